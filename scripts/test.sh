@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# Sets up, builds and runs every test, headless:
+#   1. the regular build with warnings as errors,
+#   2. the same suite under AddressSanitizer and UndefinedBehaviorSanitizer,
+#   3. a short libFuzzer run of the status-document reader.
+# Ends non-zero when anything fails.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+root=$PWD
+jobs=$(nproc)
+
+"$root/scripts/install-deps.sh" test
+
+step() { printf '\n== %s\n' "$*"; }
+
+step "Regular build (warnings are errors)"
+cmake -S . -B build/test -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZQB_WERROR=ON
+cmake --build build/test -j "$jobs"
+step "Tests"
+(cd build/test && ctest --output-on-failure -j "$jobs")
+
+step "Sanitizer build (ASan + UBSan)"
+cmake -S . -B build/sanitize -G Ninja -DCMAKE_BUILD_TYPE=Debug -DZQB_WERROR=ON \
+  -DZQB_SANITIZE=ON -DZQB_BUILD_BENCH=OFF
+cmake --build build/sanitize -j "$jobs"
+step "Tests under sanitizers"
+(cd build/sanitize && ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
+  UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 ctest --output-on-failure -j "$jobs")
+
+step "Fuzzing the status-document reader"
+"$root/fuzz/run.sh" "${ZQB_FUZZ_SECONDS:-20}"
+
+echo
+echo "All tests passed."

@@ -1,0 +1,155 @@
+#pragma once
+
+#include "AgentRunner.h"
+#include "AgentUIStatus.h"
+#include "CommandResult.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+class DesktopNotifier;
+class FolderChooser;
+class QThreadPool;
+
+// The one observable object of the app: every value shown or edited, and
+// every operation that talks to the engine. Lives on the main thread.
+//
+// Every assignment to an observable field, also of an equal value, emits that
+// field's own signal and then changed(); views coalesce those into one render.
+class AgentModel : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(std::optional<AgentUIStatus> status READ status NOTIFY statusChanged)
+    Q_PROPERTY(QString invitation READ invitation WRITE setInvitation NOTIFY invitationChanged)
+    Q_PROPERTY(QStringList sources READ sources WRITE setSources NOTIFY sourcesChanged)
+    Q_PROPERTY(qint64 intervalMinutes READ intervalMinutes WRITE setIntervalMinutes NOTIFY
+                   intervalMinutesChanged)
+    Q_PROPERTY(bool scheduleEnabled READ scheduleEnabled WRITE setScheduleEnabled NOTIFY
+                   scheduleEnabledChanged)
+    Q_PROPERTY(QString exclusionText READ exclusionText WRITE setExclusionText NOTIFY
+                   exclusionTextChanged)
+    Q_PROPERTY(bool transfersPaused READ transfersPaused WRITE setTransfersPaused NOTIFY
+                   transfersPausedChanged)
+    Q_PROPERTY(qint64 bandwidthLimitKibPerSecond READ bandwidthLimitKibPerSecond WRITE
+                   setBandwidthLimitKibPerSecond NOTIFY bandwidthLimitKibPerSecondChanged)
+    Q_PROPERTY(bool currentNetworkMetered READ currentNetworkMetered WRITE
+                   setCurrentNetworkMetered NOTIFY currentNetworkMeteredChanged)
+    Q_PROPERTY(bool allowMeteredNetwork READ allowMeteredNetwork WRITE setAllowMeteredNetwork
+                   NOTIFY allowMeteredNetworkChanged)
+    Q_PROPERTY(bool busy READ busy NOTIFY busyChanged)
+    Q_PROPERTY(std::optional<QString> notice READ notice WRITE setNotice NOTIFY noticeChanged)
+    Q_PROPERTY(std::optional<QString> error READ error WRITE setError NOTIFY errorChanged)
+
+public:
+    static inline const QString defaultExclusionText =
+        QStringLiteral(".DS_Store, .Spotlight-V100, .Trashes, .fseventsd");
+    static inline const QString checkConnectionNotification =
+        QStringLiteral("ZQBAgentCheckConnection");
+
+    struct Services
+    {
+        AgentRunner runner;                        // the engine to run
+        DesktopNotifier *notifier = nullptr;       // not owned; may be null (nothing shown)
+        FolderChooser *folderChooser = nullptr;    // not owned; may be null (addFolders does nothing)
+    };
+
+    explicit AgentModel(Services services, QObject *parent = nullptr);
+    ~AgentModel() override;
+
+    // Observable fields.
+    const std::optional<AgentUIStatus> &status() const { return m_status; }
+    QString invitation() const { return m_invitation; }
+    QStringList sources() const { return m_sources; }
+    qint64 intervalMinutes() const { return m_intervalMinutes; }
+    bool scheduleEnabled() const { return m_scheduleEnabled; }
+    QString exclusionText() const { return m_exclusionText; }
+    bool transfersPaused() const { return m_transfersPaused; }
+    qint64 bandwidthLimitKibPerSecond() const { return m_bandwidthLimitKibPerSecond; }
+    bool currentNetworkMetered() const { return m_currentNetworkMetered; }
+    bool allowMeteredNetwork() const { return m_allowMeteredNetwork; }
+    bool busy() const { return m_busy; }
+    const std::optional<QString> &notice() const { return m_notice; }
+    const std::optional<QString> &error() const { return m_error; }
+
+    // Bookkeeping, not observed.
+    const std::optional<QString> &observedBackup() const { return m_observedBackup; }
+    bool started() const { return m_started; }
+
+    // Writers used by the window's controls.
+    void setInvitation(const QString &value); // wipes the previous text in place
+    void setSources(const QStringList &value);
+    void setIntervalMinutes(qint64 value);
+    void setScheduleEnabled(bool value);
+    void setExclusionText(const QString &value);
+    void setTransfersPaused(bool value);
+    void setBandwidthLimitKibPerSecond(qint64 value);
+    void setCurrentNetworkMetered(bool value);
+    void setAllowMeteredNetwork(bool value);
+    void setNotice(const std::optional<QString> &value);
+    void setError(const std::optional<QString> &value);
+
+    // Operations; all on the main thread, each returns at once.
+    void start();
+    void refresh(bool showErrors, bool announceCompletion);
+    void checkConnection();
+    void enroll();
+    void installUpdate();
+    void addFolders();
+    void removeFolder(const QString &path);
+    QStringList parsedExclusions() const;
+    void save();
+    void saveThenBackup();
+    void backUpNow(); // the "Back up now" guard in front of saveThenBackup()
+    void openFullDiskAccess();
+    void saveTransferPolicy(std::function<void()> completion);
+
+    // The one rule that turns a failed result into text.
+    static QString presentableError(const CommandResult &result);
+
+signals:
+    void changed(); // after any observable assignment
+    void statusChanged();
+    void invitationChanged();
+    void sourcesChanged();
+    void intervalMinutesChanged();
+    void scheduleEnabledChanged();
+    void exclusionTextChanged();
+    void transfersPausedChanged();
+    void bandwidthLimitKibPerSecondChanged();
+    void currentNetworkMeteredChanged();
+    void allowMeteredNetworkChanged();
+    void busyChanged();
+    void noticeChanged();
+    void errorChanged();
+
+protected:
+    // The dispatch step: runs one engine command on a worker thread and calls
+    // `completion` on the main thread. `input` may be null (no standard input).
+    void run(const QStringList &arguments, std::shared_ptr<QByteArray> input, bool showBusy,
+             std::function<void(const CommandResult &)> completion);
+    void notify(const QString &title, const QString &body);
+
+private:
+    // (private members are the model room's own business)
+    Services m_services;
+    std::optional<AgentUIStatus> m_status;
+    QString m_invitation;
+    QStringList m_sources;
+    qint64 m_intervalMinutes = 240;
+    bool m_scheduleEnabled = false;
+    QString m_exclusionText = defaultExclusionText;
+    bool m_transfersPaused = false;
+    qint64 m_bandwidthLimitKibPerSecond = 0;
+    bool m_currentNetworkMetered = false;
+    bool m_allowMeteredNetwork = false;
+    bool m_busy = false;
+    std::optional<QString> m_notice;
+    std::optional<QString> m_error;
+    std::optional<QString> m_observedBackup;
+    bool m_started = false;
+};
