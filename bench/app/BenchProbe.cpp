@@ -1,0 +1,226 @@
+#include "BenchProbe.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QTimer>
+#include <QVariant>
+#include <QWidget>
+
+#include <sys/resource.h>
+#include <time.h>
+
+namespace {
+
+constexpr int cpuPassRefreshes = 200;
+constexpr int stallPassRefreshes = 200;
+constexpr int settleMs = 1000;
+constexpr int refreshTimeoutMs = 10000;
+
+qint64 rusageUs(int who)
+{
+    rusage usage{};
+    getrusage(who, &usage);
+    return qint64(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000000 +
+           usage.ru_utime.tv_usec + usage.ru_stime.tv_usec;
+}
+
+} // namespace
+
+BenchProbe::BenchProbe(std::function<void()> refresh, QObject *statusSource,
+                       const char *statusSignal)
+    : m_refresh(std::move(refresh)), m_out(qEnvironmentVariable("ZQB_BENCH_OUT")),
+      m_title(qEnvironmentVariable("ZQB_BENCH_TITLE"))
+{
+    m_out.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text);
+    bool ok = false;
+    const int target = qEnvironmentVariableIntValue("ZQB_BENCH_REFRESHES", &ok);
+    if (ok && target > 0)
+        m_refreshTarget = target;
+
+    connect(statusSource, statusSignal, this, SLOT(statusApplied()));
+    if (!m_title.isEmpty())
+        qApp->installEventFilter(this);
+
+    m_watchdog = new QTimer(this);
+    m_watchdog->setSingleShot(true);
+    m_watchdog->setInterval(refreshTimeoutMs);
+    connect(m_watchdog, &QTimer::timeout, this, [this] {
+        record(QStringLiteral("error_refresh_timeout_in_pass"), m_pass);
+        finish();
+    });
+
+    m_probe = new QTimer(this);
+    m_probe->setTimerType(Qt::PreciseTimer);
+    m_probe->setInterval(1);
+    connect(m_probe, &QTimer::timeout, this, &BenchProbe::probeTick);
+}
+
+bool BenchProbe::enabled() { return !qEnvironmentVariableIsEmpty("ZQB_BENCH_OUT"); }
+
+qint64 BenchProbe::monotonicNs()
+{
+    timespec ts{};
+    clock_gettime(CLOCK_MONOTONIC, &ts);
+    return qint64(ts.tv_sec) * 1000000000 + ts.tv_nsec;
+}
+
+qint64 BenchProbe::pssKib()
+{
+    QFile rollup(QStringLiteral("/proc/self/smaps_rollup"));
+    if (!rollup.open(QIODevice::ReadOnly | QIODevice::Text))
+        return -1;
+    while (!rollup.atEnd()) {
+        const QByteArray line = rollup.readLine();
+        if (line.startsWith("Pss:"))
+            return line.mid(4).trimmed().split(' ').value(0).toLongLong();
+    }
+    return -1;
+}
+
+void BenchProbe::record(const QString &key, qint64 value)
+{
+    m_out.write(QStringLiteral("%1 %2\n").arg(key).arg(value).toUtf8());
+    m_out.flush();
+}
+
+bool BenchProbe::eventFilter(QObject *watched, QEvent *event)
+{
+    // The title counts as on screen once the paint that drew it has been
+    // flushed: the queued call runs after the repaint that is under way.
+    if (!m_titleSeen && event->type() == QEvent::Paint && watched->isWidgetType() &&
+        watched->property("text").toString() == m_title) {
+        m_titleSeen = true;
+        qApp->removeEventFilter(this);
+        QMetaObject::invokeMethod(
+            this, [this] { record(QStringLiteral("state_on_screen_ns"), monotonicNs()); },
+            Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void BenchProbe::statusApplied()
+{
+    if (!m_firstSeen) {
+        m_firstSeen = true;
+        record(QStringLiteral("first_refresh_ns"), monotonicNs());
+        QTimer::singleShot(5000, this, [this] {
+            record(QStringLiteral("pss_first_kib"), pssKib());
+            startPasses();
+        });
+        return;
+    }
+    if (m_pass < 0 || m_pass >= m_passes.size() || m_left <= 0)
+        return; // the window's own periodic refresh, outside a pass
+    m_watchdog->stop();
+    if (--m_left > 0) {
+        // Queued so the view's coalesced render of this refresh runs first.
+        QTimer::singleShot(0, this, &BenchProbe::nextRefresh);
+        return;
+    }
+    const Pass &pass = m_passes.at(m_pass);
+    if (pass.end)
+        pass.end();
+    QTimer::singleShot(settleMs, this, [this] { runPass(m_pass + 1); });
+}
+
+void BenchProbe::nextRefresh()
+{
+    m_watchdog->start();
+    m_refresh();
+}
+
+void BenchProbe::startPasses()
+{
+    const int n = m_refreshTarget;
+    m_passes = {
+        {QStringLiteral("memory"), n, {}, [this, n] {
+             QTimer::singleShot(settleMs / 2, this, [this, n] {
+                 record(QStringLiteral("pss_after_%1_kib").arg(n), pssKib());
+             });
+         }},
+        {QStringLiteral("memory"), n, {}, [this, n] {
+             QTimer::singleShot(settleMs / 2, this, [this, n] {
+                 record(QStringLiteral("pss_after_%1_kib").arg(2 * n), pssKib());
+             });
+         }},
+        {QStringLiteral("cpu"), cpuPassRefreshes,
+         [this] {
+             m_cpuStartUs = rusageUs(RUSAGE_SELF);
+             m_mainCpuStartUs = rusageUs(RUSAGE_THREAD);
+             m_wallStartNs = monotonicNs();
+         },
+         [this] {
+             record(QStringLiteral("cpu_per_refresh_us"),
+                    (rusageUs(RUSAGE_SELF) - m_cpuStartUs) / cpuPassRefreshes);
+             record(QStringLiteral("main_cpu_per_refresh_us"),
+                    (rusageUs(RUSAGE_THREAD) - m_mainCpuStartUs) / cpuPassRefreshes);
+             record(QStringLiteral("wall_per_refresh_us"),
+                    (monotonicNs() - m_wallStartNs) / 1000 / cpuPassRefreshes);
+         }},
+        // The probe alone first: how long this machine stalls an idle loop.
+        {QStringLiteral("idle-stall"), 0,
+         [this] {
+             m_maxGapNs = 0;
+             m_sinceTick.start();
+             m_probe->start();
+         },
+         [this] {
+             m_probe->stop();
+             record(QStringLiteral("idle_max_stall_us"), m_maxGapNs / 1000);
+         }},
+        {QStringLiteral("stall"), stallPassRefreshes,
+         [this] {
+             m_maxGapNs = 0;
+             m_over4 = m_over8 = 0;
+             m_sinceTick.start();
+             m_probe->start();
+         },
+         [this] {
+             m_probe->stop();
+             record(QStringLiteral("max_stall_us"), m_maxGapNs / 1000);
+             record(QStringLiteral("stall_over_4ms"), m_over4);
+             record(QStringLiteral("stall_over_8ms"), m_over8);
+         }},
+    };
+    runPass(0);
+}
+
+void BenchProbe::runPass(int index)
+{
+    m_pass = index;
+    if (index >= m_passes.size()) {
+        finish();
+        return;
+    }
+    const Pass &pass = m_passes.at(index);
+    if (pass.begin)
+        pass.begin();
+    if (pass.count == 0) {
+        QTimer::singleShot(settleMs, this, [this, index] {
+            if (m_passes.at(index).end)
+                m_passes.at(index).end();
+            runPass(index + 1);
+        });
+        return;
+    }
+    m_left = pass.count;
+    nextRefresh();
+}
+
+void BenchProbe::probeTick()
+{
+    const qint64 gap = m_sinceTick.nsecsElapsed();
+    m_sinceTick.start();
+    m_maxGapNs = qMax(m_maxGapNs, gap);
+    if (gap > 4000000)
+        ++m_over4;
+    if (gap > 8000000)
+        ++m_over8;
+}
+
+void BenchProbe::finish()
+{
+    record(QStringLiteral("done"), 1);
+    m_out.close();
+    QCoreApplication::exit(0);
+}
