@@ -1,0 +1,134 @@
+#include "AppDelegate.h"
+
+#include "AgentModel.h"
+#include "AgentPaths.h"
+#include "NotificationCenter.h"
+#include "StatusIcon.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QKeySequence>
+#include <QMenu>
+#include <QSystemTrayIcon>
+#include <QTimer>
+#include <QWidget>
+
+AppDelegate::AppDelegate(QObject *parent)
+    : QObject(parent), m_terminate([] { QCoreApplication::quit(); })
+{
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    if (m_statusItem)
+        return;
+
+    m_menu = std::make_unique<QMenu>();
+    m_menu->addAction(openTitle, this, &AppDelegate::openAgent);
+    m_menu->addAction(checkConnectionTitle, this, &AppDelegate::checkConnection);
+    m_menu->addSeparator();
+    QAction *quitAction = m_menu->addAction(quitTitle, this, &AppDelegate::quit);
+    quitAction->setShortcut(QKeySequence::Quit);
+    quitAction->setMenuRole(QAction::QuitRole);
+
+    m_statusItem = std::make_unique<QSystemTrayIcon>();
+    m_statusItem->setIcon(statusItemIcon(m_look));
+    m_statusItem->setToolTip(mainWindowTitle);
+    m_statusItem->setContextMenu(m_menu.get());
+    connect(m_statusItem.get(), &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason reason) {
+                if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
+                    applicationShouldHandleReopen(m_mainWindow && m_mainWindow->isVisible());
+            });
+    m_statusItem->show();
+
+    // Never removed: the delegate lives as long as the process.
+    NotificationCenter::defaultCenter().observe(
+        statusNotification(), this, [this](const QVariantMap &userInfo) { statusChanged(userInfo); });
+
+    // The window is made after launch; look for it once the event loop turns.
+    QTimer::singleShot(0, this, &AppDelegate::rememberMainWindow);
+}
+
+void AppDelegate::rememberMainWindow()
+{
+    if (m_mainWindow) {
+        m_mainWindow->setAttribute(Qt::WA_DeleteOnClose, false);
+        return;
+    }
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        // Dialogs, tool windows, popups and sheets never become the main window.
+        if (window->windowType() != Qt::Window)
+            continue;
+        if (window->windowTitle() != mainWindowTitle)
+            continue;
+        window->setAttribute(Qt::WA_DeleteOnClose, false);
+        m_mainWindow = window;
+        return;
+    }
+}
+
+void AppDelegate::openAgent()
+{
+    rememberMainWindow();
+    QWidget *window = m_mainWindow;
+    if (!window)
+        return; // never creates a window
+    if (window->isMinimized())
+        window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
+bool AppDelegate::applicationShouldHandleReopen(bool hasVisibleWindows)
+{
+    Q_UNUSED(hasVisibleWindows);
+    openAgent();
+    return true;
+}
+
+void AppDelegate::checkConnection()
+{
+    NotificationCenter::defaultCenter().post(AgentModel::checkConnectionNotification);
+    openAgent();
+}
+
+void AppDelegate::statusChanged(const QVariantMap &userInfo)
+{
+    const QVariant state = userInfo.value(QStringLiteral("state"));
+    const bool connected = state.metaType() == QMetaType::fromType<QString>() &&
+                           state.toString() == QStringLiteral("connected");
+    if (!m_statusItem)
+        return;
+    applyLook(connected ? Look::Green : Look::Orange);
+}
+
+void AppDelegate::quit()
+{
+    m_terminate();
+}
+
+void AppDelegate::showStatusMessage(const QString &title, const QString &body)
+{
+    if (m_statusItem)
+        m_statusItem->showMessage(title, body, QSystemTrayIcon::Information);
+}
+
+void AppDelegate::setTerminate(std::function<void()> terminate)
+{
+    m_terminate = std::move(terminate);
+}
+
+void AppDelegate::applyLook(Look look)
+{
+    const bool changed = look != m_look;
+    m_look = look;
+    if (!changed)
+        return;
+    m_statusItem->setIcon(statusItemIcon(look));
+    emit lookChanged(look);
+}

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QVariantMap>
+
+#include <functional>
+#include <memory>
+
+class QMenu;
+class QSystemTrayIcon;
+class QWidget;
+
+// The app's permanent presence in the tray: a status item whose colour follows
+// the engine's state and whose menu opens the window, asks for a connection
+// check, or quits. It finds the main window by its title and keeps it alive, so
+// the same window comes back after the user has closed it.
+//
+// It never holds the model: it hears the engine's state through the
+// "ZQBAgentStatusDidChange" broadcast and asks for a check with
+// "ZQBAgentCheckConnection", both on NotificationCenter::defaultCenter().
+class AppDelegate : public QObject
+{
+    Q_OBJECT
+public:
+    // Untinted until the first status broadcast; then green for exactly
+    // "connected" and orange for anything else.
+    enum class Look { Untinted, Green, Orange };
+    Q_ENUM(Look)
+
+    static inline const QString mainWindowTitle = QStringLiteral("ZQB Agent");
+    static inline const QString openTitle = QStringLiteral("Open ZQB Agent");
+    static inline const QString checkConnectionTitle = QStringLiteral("Check Connection");
+    static inline const QString quitTitle = QStringLiteral("Quit ZQB Agent");
+
+    explicit AppDelegate(QObject *parent = nullptr);
+    ~AppDelegate() override;
+
+    // Puts the status item in the tray, starts following the engine's state and
+    // looks for the main window once the event loop has had one turn.
+    void applicationDidFinishLaunching();
+    // The user launched the running app again (or clicked its tray icon).
+    bool applicationShouldHandleReopen(bool hasVisibleWindows);
+    bool applicationShouldTerminateAfterLastWindowClosed() const { return false; }
+
+    QSystemTrayIcon *statusItem() const { return m_statusItem.get(); }
+    QMenu *statusMenu() const { return m_menu.get(); }
+    QWidget *mainWindow() const { return m_mainWindow; }
+    Look look() const { return m_look; }
+
+    // A message shown by the status item; used when the desktop offers no
+    // notification service.
+    void showStatusMessage(const QString &title, const QString &body);
+
+    // What quit() finally does; ends the event loop unless replaced.
+    void setTerminate(std::function<void()> terminate);
+
+public slots:
+    void rememberMainWindow();
+    void openAgent();
+    void checkConnection();
+    void statusChanged(const QVariantMap &userInfo);
+    void quit();
+
+signals:
+    void lookChanged(AppDelegate::Look look);
+
+private:
+    void applyLook(Look look);
+
+    // Declared before the tray icon, so the icon goes first on destruction.
+    std::unique_ptr<QMenu> m_menu;
+    std::unique_ptr<QSystemTrayIcon> m_statusItem;
+    QPointer<QWidget> m_mainWindow;
+    Look m_look = Look::Untinted;
+    std::function<void()> m_terminate;
+};

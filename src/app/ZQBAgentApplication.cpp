@@ -1,0 +1,56 @@
+#include "ZQBAgentApplication.h"
+
+#include "AgentModel.h"
+#include "AppDelegate.h"
+#include "DialogFolderChooser.h"
+#include "FreedesktopNotifier.h"
+#include "MainWindow.h"
+
+#include <QApplication>
+
+ZQBAgentApplication::ZQBAgentApplication(Options options, QObject *parent)
+    : QObject(parent), m_options(std::move(options)),
+      m_appDelegate(std::make_unique<AppDelegate>())
+{
+    // Closing the window hides it; only "Quit ZQB Agent" ends the app.
+    QApplication::setQuitOnLastWindowClosed(
+        m_appDelegate->applicationShouldTerminateAfterLastWindowClosed());
+}
+
+ZQBAgentApplication::~ZQBAgentApplication() = default;
+
+AgentModel &ZQBAgentApplication::model()
+{
+    if (m_model)
+        return *m_model;
+
+    AppDelegate *delegate = m_appDelegate.get();
+    m_notifier = std::make_unique<FreedesktopNotifier>(
+        [delegate](const QString &title, const QString &body) {
+            delegate->showStatusMessage(title, body);
+        });
+    m_folderChooser = m_options.makeFolderChooser ? m_options.makeFolderChooser()
+                                                  : std::make_unique<DialogFolderChooser>();
+
+    AgentModel::Services services{m_options.runner, m_notifier.get(), m_folderChooser.get()};
+    m_model = std::make_unique<AgentModel>(std::move(services));
+    ++m_modelsCreated;
+    return *m_model;
+}
+
+MainWindow &ZQBAgentApplication::mainWindow()
+{
+    if (!m_mainWindow) {
+        m_mainWindow = std::make_unique<MainWindow>(model());
+        connect(m_mainWindow.get(), &MainWindow::quitRequested, m_appDelegate.get(),
+                &AppDelegate::quit);
+    }
+    return *m_mainWindow;
+}
+
+void ZQBAgentApplication::launch()
+{
+    m_appDelegate->applicationDidFinishLaunching();
+    MainWindow &window = mainWindow();
+    window.show();
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "AgentRunner.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
+#include <memory>
+
+class AgentModel;
+class AppDelegate;
+class FolderChooser;
+class FreedesktopNotifier;
+class MainWindow;
+
+// The application: owns the one AgentModel (made on first use, never twice)
+// and the AppDelegate, and makes the one window titled "ZQB Agent".
+class ZQBAgentApplication : public QObject
+{
+    Q_OBJECT
+public:
+    struct Options
+    {
+        AgentRunner runner; // the engine fixed at build time, unless told otherwise
+        // Makes the folder chooser; empty means the app's own folder dialog.
+        std::function<std::unique_ptr<FolderChooser>()> makeFolderChooser;
+    };
+
+    explicit ZQBAgentApplication(Options options, QObject *parent = nullptr);
+    ~ZQBAgentApplication() override;
+
+    AppDelegate &appDelegate() { return *m_appDelegate; }
+    // The one model; the first call creates it.
+    AgentModel &model();
+    // How many models this application has made (0 before first use, then 1).
+    int modelsCreated() const { return m_modelsCreated; }
+
+    // The window scene: the one main window, made on first call.
+    MainWindow &mainWindow();
+
+    // Start-up: the status item, the window scene, the first showing of the
+    // window (which starts the model).
+    void launch();
+
+private:
+    Options m_options;
+    // Destroyed in reverse: the window before the model, the model before the
+    // services it points at.
+    std::unique_ptr<AppDelegate> m_appDelegate;
+    std::unique_ptr<FreedesktopNotifier> m_notifier;
+    std::unique_ptr<FolderChooser> m_folderChooser;
+    std::unique_ptr<AgentModel> m_model;
+    std::unique_ptr<MainWindow> m_mainWindow;
+    int m_modelsCreated = 0;
+};

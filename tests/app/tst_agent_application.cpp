@@ -1,0 +1,214 @@
+// The application object, its one window and its one model, offscreen, with a
+// scripted engine.
+#include "AppDelegate.h"
+#include "FakeEngine.h"
+#include "IconTint.h"
+#include "MainWindow.h"
+#include "ZQBAgentApplication.h"
+
+#include "AgentModel.h"
+#include "AgentView.h"
+#include "FolderChooser.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QSystemTrayIcon>
+#include <QTest>
+#include <QTimer>
+
+#include <memory>
+
+namespace {
+
+QByteArray statusDocument(const QByteArray &state, bool enrolled)
+{
+    return R"({"schema":"zqb.agent-ui-status.v1","agentVersion":"1.4.0",)"
+           R"("settings":{"schema":"zqb.agent-settings.v1","enabled":false,"intervalMinutes":240,)"
+           R"("sources":[],"exclusions":[]},)"
+           R"("transferPolicy":{"schema":"zqb.agent-transfer-policy.v1","paused":false,)"
+           R"("bandwidthLimitKibPerSecond":0,"currentNetworkMetered":false,)"
+           R"("allowMeteredNetwork":false,"retryAttempts":3},)"
+           R"("runtime":{"state":")" +
+           state + R"(","message":"Ready.","enrolled":)" + (enrolled ? "true" : "false") +
+           R"(,"repositoryReady":true,"serviceReachable":true,"authorizedTargets":1,)"
+           R"("agentUpdateAvailable":false,"compatibility":"compatible","active":false}})";
+}
+
+class NoFolders : public FolderChooser
+{
+public:
+    std::optional<QStringList> chooseFolders() override { return std::nullopt; }
+};
+
+// Windows a person would see as application windows.
+QList<QWidget *> visibleWindows()
+{
+    QList<QWidget *> windows;
+    for (QWidget *widget : QApplication::topLevelWidgets())
+        if (widget->isVisible() && widget->windowType() == Qt::Window)
+            windows << widget;
+    return windows;
+}
+
+} // namespace
+
+class AgentApplicationTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<FakeEngine> m_engine;
+    std::unique_ptr<ZQBAgentApplication> m_app;
+
+    ZQBAgentApplication &makeApp()
+    {
+        ZQBAgentApplication::Options options{AgentRunner(m_engine->path()),
+                                             [] { return std::make_unique<NoFolders>(); }};
+        m_app = std::make_unique<ZQBAgentApplication>(std::move(options));
+        m_app->appDelegate().setTerminate([] {});
+        return *m_app;
+    }
+
+private slots:
+    void init()
+    {
+        m_engine = std::make_unique<FakeEngine>();
+        m_engine->answer(QStringLiteral("ui-status"), statusDocument("setup-required", false));
+    }
+
+    void cleanup()
+    {
+        m_app.reset();
+        // Let engine runs still in flight finish before their engine folder goes.
+        QTRY_COMPARE_WITH_TIMEOUT(QThreadPool::globalInstance()->activeThreadCount(), 0, 10000);
+        QCoreApplication::processEvents();
+        m_engine.reset();
+    }
+
+    void modelIsCreatedOnFirstUseOnly()
+    {
+        ZQBAgentApplication &app = makeApp();
+        QCOMPARE(app.modelsCreated(), 0);
+        AgentModel &first = app.model();
+        AgentModel &second = app.model();
+        QCOMPARE(&first, &second);
+        QCOMPARE(app.modelsCreated(), 1);
+        QVERIFY(!first.started()); // nothing talks to the engine before the window shows
+        QCOMPARE(first.intervalMinutes(), 240);
+    }
+
+    void launchShowsOneWindowHostingTheView()
+    {
+        ZQBAgentApplication &app = makeApp();
+        app.launch();
+        MainWindow &window = app.mainWindow();
+        QCOMPARE(window.windowTitle(), QStringLiteral("ZQB Agent"));
+        QVERIFY(window.isVisible());
+        QVERIFY(window.findChild<AgentView *>());
+        QCOMPARE(visibleWindows(), QList<QWidget *>{&window});
+        QCOMPARE(app.modelsCreated(), 1);
+
+        // Showing the window starts the model: its first refresh reaches the engine.
+        QVERIFY(app.model().started());
+        QTRY_VERIFY(m_engine->commands().contains(QStringLiteral("ui-status")));
+        // The delegate's deferred search finds this window.
+        QTRY_COMPARE(app.appDelegate().mainWindow(), &window);
+    }
+
+    void statusRefreshTintsTheTrayIcon()
+    {
+        m_engine->answer(QStringLiteral("ui-status"), statusDocument("connected", true));
+        ZQBAgentApplication &app = makeApp();
+        AppDelegate &delegate = app.appDelegate();
+        app.launch();
+        QCOMPARE(delegate.look(), AppDelegate::Look::Untinted);
+        QTRY_COMPARE(delegate.look(), AppDelegate::Look::Green);
+        const QImage icon = delegate.statusItem()->icon().pixmap(QSize(32, 32)).toImage();
+        QCOMPARE(tintName(icon), QStringLiteral("green"));
+    }
+
+    void checkConnectionEntryReachesTheEngine()
+    {
+        ZQBAgentApplication &app = makeApp();
+        app.launch();
+        QTRY_VERIFY(app.model().status().has_value());
+        app.mainWindow().hide();
+
+        app.appDelegate().statusMenu()->actions()[1]->trigger();
+        QVERIFY(app.mainWindow().isVisible());
+        // Not enrolled: the connection check asks the engine to check its service.
+        QTRY_VERIFY(m_engine->commands().contains(QStringLiteral("check-service")));
+    }
+
+    void closingTheWindowLeavesTheAppRunning()
+    {
+        ZQBAgentApplication &app = makeApp();
+        app.launch();
+        QVERIFY(!QApplication::quitOnLastWindowClosed());
+        MainWindow &window = app.mainWindow();
+        QTimer::singleShot(0, &window, &QWidget::close);
+        // Had closing ended the app, the loop would return 0 before this timer.
+        QTimer::singleShot(300, qApp, [] { QCoreApplication::exit(42); });
+        QCOMPARE(QApplication::exec(), 42);
+        QVERIFY(!window.isVisible());
+        QVERIFY(app.appDelegate().statusItem()->isVisible() ||
+                !QSystemTrayIcon::isSystemTrayAvailable());
+    }
+
+    void reopeningKeepsTheSameWindowAndModel()
+    {
+        ZQBAgentApplication &app = makeApp();
+        app.launch();
+        MainWindow *window = &app.mainWindow();
+        AgentModel *model = &app.model();
+        QTRY_VERIFY(app.model().status().has_value());
+
+        for (int round = 0; round < 3; ++round) {
+            QVERIFY(window->close());
+            QVERIFY(!window->isVisible());
+            QVERIFY(app.appDelegate().applicationShouldHandleReopen(false));
+            QVERIFY(window->isVisible());
+        }
+        QCOMPARE(&app.mainWindow(), window);
+        QCOMPARE(&app.model(), model);
+        QCOMPARE(app.modelsCreated(), 1);
+        QCOMPARE(visibleWindows(), QList<QWidget *>{window});
+        QCOMPARE(window->findChildren<AgentView *>().size(), 1);
+    }
+
+    void quitShortcutOnTheWindowQuits()
+    {
+        ZQBAgentApplication &app = makeApp();
+        int quits = 0;
+        app.appDelegate().setTerminate([&quits] { ++quits; });
+        app.launch();
+        MainWindow &window = app.mainWindow();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QTest::keySequence(&window, QKeySequence::Quit);
+        QCOMPARE(quits, 1);
+    }
+
+    void noNewWindowCommand()
+    {
+        ZQBAgentApplication &app = makeApp();
+        app.launch();
+        MainWindow &window = app.mainWindow();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(!window.menuWidget()); // no menu bar, so no File > New Window
+
+        const int before = QApplication::topLevelWidgets().size();
+        QTest::keySequence(&window, QKeySequence::New);
+        QTest::keySequence(&window, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N));
+        QCoreApplication::processEvents();
+        QCOMPARE(QApplication::topLevelWidgets().size(), before);
+        QCOMPARE(visibleWindows(), QList<QWidget *>{&window});
+        for (QAction *action : window.findChildren<QAction *>())
+            QVERIFY2(action->shortcut() != QKeySequence(QKeySequence::New),
+                     qPrintable(action->text()));
+    }
+};
+
+QTEST_MAIN(AgentApplicationTest)
+#include "tst_agent_application.moc"

@@ -1,0 +1,63 @@
+// One app per session: the second launch asks the first to reopen its window.
+#include "SingleInstance.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+class SingleInstanceTest : public QObject
+{
+    Q_OBJECT
+
+    static QDBusConnection connection(const QString &name)
+    {
+        return QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
+    }
+
+private slots:
+    void firstOwnsTheNameSecondAsksItToReopen()
+    {
+        QDBusConnection firstBus = connection(QStringLiteral("first"));
+        QDBusConnection secondBus = connection(QStringLiteral("second"));
+        QVERIFY(firstBus.isConnected() && secondBus.isConnected());
+
+        auto first = std::make_unique<SingleInstance>(firstBus);
+        QSignalSpy reopens(first.get(), &SingleInstance::reopenRequested);
+        QCOMPARE(first->claim(), SingleInstance::Role::Primary);
+        QCOMPARE(firstBus.interface()->serviceOwner(QStringLiteral("local.zqb.agent")).value(),
+                 firstBus.baseService());
+
+        SingleInstance second(secondBus);
+        QCOMPARE(second.claim(), SingleInstance::Role::Secondary);
+        QCOMPARE(reopens.size(), 1);
+
+        SingleInstance third(secondBus);
+        QCOMPARE(third.claim(), SingleInstance::Role::Secondary);
+        QCOMPARE(reopens.size(), 2);
+
+        // Once the first app ends, the next launch becomes the running app.
+        first.reset();
+        SingleInstance fourth(secondBus);
+        QCOMPARE(fourth.claim(), SingleInstance::Role::Primary);
+        QCOMPARE(reopens.size(), 2);
+
+        QDBusConnection::disconnectFromBus(QStringLiteral("first"));
+        QDBusConnection::disconnectFromBus(QStringLiteral("second"));
+    }
+
+    void withoutABusTheAppRunsAlone()
+    {
+        QDBusConnection none = QDBusConnection::connectToBus(
+            QStringLiteral("unix:path=/nonexistent/zqb-no-bus"), QStringLiteral("none"));
+        QVERIFY(!none.isConnected());
+        SingleInstance instance(none);
+        QCOMPARE(instance.claim(), SingleInstance::Role::Standalone);
+        QDBusConnection::disconnectFromBus(QStringLiteral("none"));
+    }
+};
+
+QTEST_GUILESS_MAIN(SingleInstanceTest)
+#include "tst_single_instance.moc"
