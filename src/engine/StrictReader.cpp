@@ -1,0 +1,460 @@
+#include "StrictReader.h"
+
+#include "RecordFields.h"
+
+#include <nlohmann/json.hpp>
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <string>
+
+namespace StrictReader {
+namespace {
+
+using Json = nlohmann::json;
+
+enum class Kind : std::uint8_t {
+    String,
+    OptionalString,
+    Bool,
+    OptionalBool,
+    Int64,
+    UInt64,
+    OptionalUInt64,
+    StringList,
+    Settings,
+    Policy,
+    Runtime,
+    OptionalProgress,
+};
+
+bool isOptional(Kind kind)
+{
+    return kind == Kind::OptionalString || kind == Kind::OptionalBool ||
+           kind == Kind::OptionalUInt64 || kind == Kind::OptionalProgress;
+}
+
+struct Slot
+{
+    const char *key = nullptr;
+    std::size_t keyLength = 0;
+    Kind kind = Kind::String;
+    void *target = nullptr;
+};
+
+// The biggest record (RuntimeStatus) has 17 fields.
+constexpr int maxFields = 20;
+
+// An object being read into a record, or an array being read into a list.
+struct Frame
+{
+    bool isList = false;
+    QStringList *list = nullptr;
+    std::array<Slot, maxFields> fieldSlots;
+    int slotCount = 0;
+    std::uint32_t required = 0;
+    std::uint32_t seen = 0;
+    int pending = -1; // slot of the current key; -1 for an unknown key
+};
+
+// Collects a record's fields into a frame.
+struct Binder
+{
+    Frame &frame;
+
+    template <std::size_t N> void add(const char (&key)[N], Kind kind, void *target)
+    {
+        Slot &slot = frame.fieldSlots[std::size_t(frame.slotCount)];
+        slot = {key, N - 1, kind, target};
+        if (!isOptional(kind))
+            frame.required |= std::uint32_t(1) << frame.slotCount;
+        ++frame.slotCount;
+    }
+
+    template <std::size_t N> void operator()(const char (&k)[N], QString &v)
+    {
+        add(k, Kind::String, &v);
+    }
+    template <std::size_t N> void operator()(const char (&k)[N], std::optional<QString> &v)
+    {
+        add(k, Kind::OptionalString, &v);
+    }
+    template <std::size_t N> void operator()(const char (&k)[N], bool &v)
+    {
+        add(k, Kind::Bool, &v);
+    }
+    template <std::size_t N> void operator()(const char (&k)[N], std::optional<bool> &v)
+    {
+        add(k, Kind::OptionalBool, &v);
+    }
+    template <std::size_t N> void operator()(const char (&k)[N], qint64 &v)
+    {
+        add(k, Kind::Int64, &v);
+    }
+    template <std::size_t N> void operator()(const char (&k)[N], quint64 &v)
+    {
+        add(k, Kind::UInt64, &v);
+    }
+    template <std::size_t N> void operator()(const char (&k)[N], std::optional<quint64> &v)
+    {
+        add(k, Kind::OptionalUInt64, &v);
+    }
+    template <std::size_t N> void operator()(const char (&k)[N], QStringList &v)
+    {
+        add(k, Kind::StringList, &v);
+    }
+    template <std::size_t N> void operator()(const char (&k)[N], AgentSettings &v)
+    {
+        add(k, Kind::Settings, &v);
+    }
+    template <std::size_t N> void operator()(const char (&k)[N], TransferPolicy &v)
+    {
+        add(k, Kind::Policy, &v);
+    }
+    template <std::size_t N> void operator()(const char (&k)[N], RuntimeStatus &v)
+    {
+        add(k, Kind::Runtime, &v);
+    }
+    template <std::size_t N>
+    void operator()(const char (&k)[N], std::optional<BackupProgressStatus> &v)
+    {
+        add(k, Kind::OptionalProgress, &v);
+    }
+};
+
+template <class Record> void bind(Frame &frame, Record &record)
+{
+    frame = Frame();
+    RecordFields::forEach(record, Binder{frame});
+}
+
+QString toQString(const std::string &text)
+{
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+
+// The SAX interface of the JSON parser. Returning false stops the parse.
+template <class Top> class Handler
+{
+public:
+    explicit Handler(Top &top) : m_top(top) {}
+
+    bool finished() const { return m_finished; }
+
+    bool null()
+    {
+        if (m_ignoreDepth > 0)
+            return true;
+        Slot *slot = pendingSlot();
+        if (!slot)
+            return acceptUnknown();
+        switch (slot->kind) {
+        case Kind::OptionalString:
+            static_cast<std::optional<QString> *>(slot->target)->reset();
+            break;
+        case Kind::OptionalBool:
+            static_cast<std::optional<bool> *>(slot->target)->reset();
+            break;
+        case Kind::OptionalUInt64:
+            static_cast<std::optional<quint64> *>(slot->target)->reset();
+            break;
+        case Kind::OptionalProgress:
+            static_cast<std::optional<BackupProgressStatus> *>(slot->target)->reset();
+            break;
+        default:
+            return false;
+        }
+        return markSeen();
+    }
+
+    bool boolean(bool value)
+    {
+        if (m_ignoreDepth > 0)
+            return true;
+        Slot *slot = pendingSlot();
+        if (!slot)
+            return acceptUnknown();
+        if (slot->kind == Kind::Bool)
+            *static_cast<bool *>(slot->target) = value;
+        else if (slot->kind == Kind::OptionalBool)
+            *static_cast<std::optional<bool> *>(slot->target) = value;
+        else
+            return false;
+        return markSeen();
+    }
+
+    bool number_integer(Json::number_integer_t value)
+    {
+        if (m_ignoreDepth > 0)
+            return true;
+        Slot *slot = pendingSlot();
+        if (!slot)
+            return acceptUnknown();
+        if (slot->kind == Kind::Int64) {
+            *static_cast<qint64 *>(slot->target) = value;
+            return markSeen();
+        }
+        // The parser reports only negative numbers (and -0) here.
+        if (value < 0)
+            return false;
+        return setUnsigned(*slot, quint64(value));
+    }
+
+    bool number_unsigned(Json::number_unsigned_t value)
+    {
+        if (m_ignoreDepth > 0)
+            return true;
+        Slot *slot = pendingSlot();
+        if (!slot)
+            return acceptUnknown();
+        if (slot->kind == Kind::Int64) {
+            if (value > quint64(std::numeric_limits<qint64>::max()))
+                return false;
+            *static_cast<qint64 *>(slot->target) = qint64(value);
+            return markSeen();
+        }
+        return setUnsigned(*slot, value);
+    }
+
+    // A fraction, an exponent, or an integer beyond 64 bits: never an integer.
+    bool number_float(Json::number_float_t, const std::string &)
+    {
+        if (m_ignoreDepth > 0)
+            return true;
+        return !pendingSlot() && acceptUnknown();
+    }
+
+    bool string(std::string &value)
+    {
+        if (m_ignoreDepth > 0)
+            return true;
+        if (m_depth > 0 && frame().isList) {
+            frame().list->append(toQString(value));
+            return true;
+        }
+        Slot *slot = pendingSlot();
+        if (!slot)
+            return acceptUnknown();
+        if (slot->kind == Kind::String)
+            *static_cast<QString *>(slot->target) = toQString(value);
+        else if (slot->kind == Kind::OptionalString)
+            *static_cast<std::optional<QString> *>(slot->target) = toQString(value);
+        else
+            return false;
+        return markSeen();
+    }
+
+    bool binary(Json::binary_t &) { return false; }
+
+    bool start_object(std::size_t)
+    {
+        if (m_ignoreDepth > 0) {
+            ++m_ignoreDepth;
+            return true;
+        }
+        if (m_depth == 0) {
+            if (m_finished)
+                return false;
+            m_top = Top();
+            bind(push(), m_top);
+            return true;
+        }
+        Slot *slot = pendingSlot();
+        if (!slot) {
+            if (!acceptUnknown())
+                return false;
+            m_ignoreDepth = 1;
+            return true;
+        }
+        // A repeated key starts its record afresh: the last occurrence counts.
+        switch (slot->kind) {
+        case Kind::Settings:
+            return openRecord<AgentSettings>(*slot);
+        case Kind::Policy:
+            return openRecord<TransferPolicy>(*slot);
+        case Kind::Runtime:
+            return openRecord<RuntimeStatus>(*slot);
+        case Kind::OptionalProgress: {
+            if (!markSeen())
+                return false;
+            auto &progress = *static_cast<std::optional<BackupProgressStatus> *>(slot->target);
+            progress.emplace();
+            bind(push(), *progress);
+            return true;
+        }
+        default:
+            return false;
+        }
+    }
+
+    bool key(std::string &name)
+    {
+        if (m_ignoreDepth > 0)
+            return true;
+        Frame &current = frame();
+        current.pending = -1;
+        for (int i = 0; i < current.slotCount; ++i) {
+            const Slot &slot = current.fieldSlots[std::size_t(i)];
+            if (slot.keyLength == name.size() &&
+                std::memcmp(slot.key, name.data(), name.size()) == 0) {
+                current.pending = i;
+                break;
+            }
+        }
+        return true;
+    }
+
+    bool end_object()
+    {
+        if (m_ignoreDepth > 0) {
+            --m_ignoreDepth;
+            return true;
+        }
+        const Frame &current = frame();
+        if ((current.seen & current.required) != current.required)
+            return false;
+        --m_depth;
+        if (m_depth == 0)
+            m_finished = true;
+        return true;
+    }
+
+    bool start_array(std::size_t)
+    {
+        if (m_ignoreDepth > 0) {
+            ++m_ignoreDepth;
+            return true;
+        }
+        if (m_depth == 0 || frame().isList)
+            return false;
+        Slot *slot = pendingSlot();
+        if (!slot) {
+            m_ignoreDepth = 1;
+            return true;
+        }
+        if (slot->kind != Kind::StringList || !markSeen())
+            return false;
+        auto *list = static_cast<QStringList *>(slot->target);
+        list->clear();
+        Frame &listFrame = push();
+        listFrame = Frame();
+        listFrame.isList = true;
+        listFrame.list = list;
+        return true;
+    }
+
+    bool end_array()
+    {
+        if (m_ignoreDepth > 0) {
+            --m_ignoreDepth;
+            return true;
+        }
+        --m_depth;
+        return true;
+    }
+
+    bool parse_error(std::size_t, const std::string &, const nlohmann::detail::exception &)
+    {
+        return false;
+    }
+
+private:
+    template <class Record> bool openRecord(Slot &slot)
+    {
+        if (!markSeen())
+            return false;
+        auto &record = *static_cast<Record *>(slot.target);
+        record = Record();
+        bind(push(), record);
+        return true;
+    }
+
+    Frame &frame() { return m_frames[std::size_t(m_depth - 1)]; }
+
+    Frame &push()
+    {
+        // Records nest at most three deep, plus one list; nothing else opens a
+        // frame, so this bound holds for any input.
+        Q_ASSERT(m_depth < int(m_frames.size()));
+        return m_frames[std::size_t(m_depth++)];
+    }
+
+    // The slot the current value belongs to; null for an unknown key, and
+    // for a value outside any record (the top level must be an object).
+    Slot *pendingSlot()
+    {
+        if (m_depth == 0)
+            return nullptr;
+        Frame &current = frame();
+        if (current.isList || current.pending < 0)
+            return nullptr;
+        return &current.fieldSlots[std::size_t(current.pending)];
+    }
+
+    // A value that belongs to no field: fine under an unknown key; a breach
+    // at the top level or as a list member.
+    bool acceptUnknown()
+    {
+        if (m_depth == 0)
+            return false;
+        return !frame().isList;
+    }
+
+    bool markSeen()
+    {
+        Frame &current = frame();
+        current.seen |= std::uint32_t(1) << current.pending;
+        return true;
+    }
+
+    bool setUnsigned(Slot &slot, quint64 value)
+    {
+        if (slot.kind == Kind::UInt64)
+            *static_cast<quint64 *>(slot.target) = value;
+        else if (slot.kind == Kind::OptionalUInt64)
+            *static_cast<std::optional<quint64> *>(slot.target) = value;
+        else
+            return false;
+        return markSeen();
+    }
+
+    Top &m_top;
+    std::array<Frame, 4> m_frames;
+    int m_depth = 0;
+    int m_ignoreDepth = 0;
+    bool m_finished = false;
+};
+
+template <class Top> bool readTop(QByteArrayView json, Top &record)
+{
+    Handler<Top> handler(record);
+    const char *begin = json.data();
+    const char *end = begin + json.size();
+    if (!begin) // an empty view may have no data at all
+        begin = end = "";
+    const bool parsed =
+        Json::sax_parse(begin, end, &handler, nlohmann::detail::input_format_t::json,
+                        /*strict=*/true, /*ignore_comments=*/false);
+    return parsed && handler.finished();
+}
+
+} // namespace
+
+bool read(QByteArrayView json, AgentUIStatus &record)
+{
+    return readTop(json, record);
+}
+
+bool read(QByteArrayView json, AgentSettings &record)
+{
+    return readTop(json, record);
+}
+
+bool read(QByteArrayView json, TransferPolicy &record)
+{
+    return readTop(json, record);
+}
+
+} // namespace StrictReader
