@@ -1,8 +1,10 @@
 #pragma once
 
 #include "AgentRunner.h"
+#include "AgentSettings.h"
 #include "AgentUIStatus.h"
 #include "CommandResult.h"
+#include "TransferPolicy.h"
 
 #include <QObject>
 #include <QString>
@@ -31,16 +33,16 @@ class AgentModel : public QObject
                    intervalMinutesChanged)
     Q_PROPERTY(bool scheduleEnabled READ scheduleEnabled WRITE setScheduleEnabled NOTIFY
                    scheduleEnabledChanged)
-    Q_PROPERTY(QString exclusionText READ exclusionText WRITE setExclusionText NOTIFY
-                   exclusionTextChanged)
+    Q_PROPERTY(
+        QString exclusionText READ exclusionText WRITE setExclusionText NOTIFY exclusionTextChanged)
     Q_PROPERTY(bool transfersPaused READ transfersPaused WRITE setTransfersPaused NOTIFY
                    transfersPausedChanged)
     Q_PROPERTY(qint64 bandwidthLimitKibPerSecond READ bandwidthLimitKibPerSecond WRITE
                    setBandwidthLimitKibPerSecond NOTIFY bandwidthLimitKibPerSecondChanged)
-    Q_PROPERTY(bool currentNetworkMetered READ currentNetworkMetered WRITE
-                   setCurrentNetworkMetered NOTIFY currentNetworkMeteredChanged)
-    Q_PROPERTY(bool allowMeteredNetwork READ allowMeteredNetwork WRITE setAllowMeteredNetwork
-                   NOTIFY allowMeteredNetworkChanged)
+    Q_PROPERTY(bool currentNetworkMetered READ currentNetworkMetered WRITE setCurrentNetworkMetered
+                   NOTIFY currentNetworkMeteredChanged)
+    Q_PROPERTY(bool allowMeteredNetwork READ allowMeteredNetwork WRITE setAllowMeteredNetwork NOTIFY
+                   allowMeteredNetworkChanged)
     Q_PROPERTY(bool busy READ busy NOTIFY busyChanged)
     Q_PROPERTY(std::optional<QString> notice READ notice WRITE setNotice NOTIFY noticeChanged)
     Q_PROPERTY(std::optional<QString> error READ error WRITE setError NOTIFY errorChanged)
@@ -53,9 +55,9 @@ public:
 
     struct Services
     {
-        AgentRunner runner;                        // the engine to run
-        DesktopNotifier *notifier = nullptr;       // not owned; may be null (nothing shown)
-        FolderChooser *folderChooser = nullptr;    // not owned; may be null (addFolders does nothing)
+        AgentRunner runner;                     // the engine to run
+        DesktopNotifier *notifier = nullptr;    // not owned; may be null (nothing shown)
+        FolderChooser *folderChooser = nullptr; // not owned; may be null (addFolders does nothing)
     };
 
     explicit AgentModel(Services services, QObject *parent = nullptr);
@@ -134,8 +136,23 @@ protected:
              std::function<void(const CommandResult &)> completion);
     void notify(const QString &title, const QString &body);
 
+    // Test hooks. Dispatched commands whose main-thread step has not run yet,
+    // process-wide (also those of models already destroyed).
+    static int commandsInFlight();
+    // The standard-input buffer of the latest enrollment while anyone holds it.
+    std::weak_ptr<QByteArray> lastEnrollmentInput() const { return m_enrollmentInput; }
+    // The JSON documents sent by the saves; absent when a record cannot be written.
+    virtual std::optional<QByteArray> encodeSettingsDocument(const AgentSettings &settings) const;
+    virtual std::optional<QByteArray>
+    encodeTransferPolicyDocument(const TransferPolicy &policy) const;
+
 private:
-    // (private members are the model room's own business)
+    void assignStatus(const AgentUIStatus &value);
+    void assignBusy(bool value);
+    void applyStatus(const CommandResult &result, bool showErrors, bool announceCompletion);
+    void announce(const RuntimeStatus &runtime);
+    void saveSettings(std::function<void()> afterPolicySaved);
+
     Services m_services;
     std::optional<AgentUIStatus> m_status;
     QString m_invitation;
@@ -152,4 +169,5 @@ private:
     std::optional<QString> m_error;
     std::optional<QString> m_observedBackup;
     bool m_started = false;
+    std::weak_ptr<QByteArray> m_enrollmentInput;
 };

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QVariantMap>
 
@@ -17,4 +19,14 @@ public:
     using Handler = std::function<void(const QVariantMap &userInfo)>;
     void observe(const QString &name, QObject *context, Handler handler);
     void post(const QString &name, const QVariantMap &userInfo = {});
+
+private:
+    struct Observer
+    {
+        QString name;
+        const QObject *context = nullptr; // identity only; never dereferenced
+        QPointer<QObject> guard;          // null once the context is gone
+        Handler handler;
+    };
+    QList<Observer> m_observers;
 };

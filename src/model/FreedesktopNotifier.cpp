@@ -1,0 +1,58 @@
+#include "FreedesktopNotifier.h"
+
+#include "TextRules.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QStringList>
+#include <QVariantMap>
+
+namespace {
+const QString service = QStringLiteral("org.freedesktop.Notifications");
+const QString objectPath = QStringLiteral("/org/freedesktop/Notifications");
+const QString interfaceName = QStringLiteral("org.freedesktop.Notifications");
+} // namespace
+
+FreedesktopNotifier::FreedesktopNotifier(Fallback fallback, QObject *parent)
+    : FreedesktopNotifier(QDBusConnection::sessionBus(), std::move(fallback), parent)
+{
+}
+
+FreedesktopNotifier::FreedesktopNotifier(const QDBusConnection &bus, Fallback fallback,
+                                         QObject *parent)
+    : QObject(parent), m_bus(bus), m_fallback(std::move(fallback))
+{
+}
+
+void FreedesktopNotifier::requestAuthorization()
+{
+    // The desktop grants notifications without asking; nothing to request.
+}
+
+void FreedesktopNotifier::post(const QString &title, const QString &body)
+{
+    const QString shownBody = TextRules::leftGraphemes(body, bodyCharacterCap);
+    QDBusMessage call = QDBusMessage::createMethodCall(service, objectPath, interfaceName,
+                                                       QStringLiteral("Notify"));
+    const QVariantMap hints{
+        {QStringLiteral("sound-name"), soundName},
+        {QStringLiteral("desktop-entry"), desktopEntry},
+    };
+    call << appName       // app_name
+         << uint(0)       // replaces_id: every notification is a new one
+         << iconName      // app_icon
+         << title         // summary
+         << shownBody     // body
+         << QStringList() // actions
+         << hints         // hints
+         << int(-1);      // expire_timeout: the server's default
+
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, title, shownBody](QDBusPendingCallWatcher *finished) {
+                finished->deleteLater();
+                if (finished->isError() && m_fallback)
+                    m_fallback(title, shownBody);
+            });
+}

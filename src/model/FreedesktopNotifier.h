@@ -1,0 +1,36 @@
+#pragma once
+
+#include "DesktopNotifier.h"
+
+#include <QDBusConnection>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+// Desktop notifications through the org.freedesktop.Notifications service.
+// Calls are asynchronous; when the call fails (no service, an error reply)
+// the fallback shows the message instead, e.g. as a tray-icon message.
+class FreedesktopNotifier : public QObject, public DesktopNotifier
+{
+    Q_OBJECT
+public:
+    using Fallback = std::function<void(const QString &title, const QString &body)>;
+
+    static inline const QString appName = QStringLiteral("ZQB Agent");
+    static inline const QString iconName = QStringLiteral("zqb-agent");
+    static inline const QString desktopEntry = QStringLiteral("zqb-agent");
+    static inline const QString soundName = QStringLiteral("message-new-instant");
+    static constexpr int bodyCharacterCap = 300;
+
+    // On the session bus.
+    explicit FreedesktopNotifier(Fallback fallback, QObject *parent = nullptr);
+    FreedesktopNotifier(const QDBusConnection &bus, Fallback fallback, QObject *parent = nullptr);
+
+    void requestAuthorization() override;
+    void post(const QString &title, const QString &body) override;
+
+private:
+    QDBusConnection m_bus;
+    Fallback m_fallback;
+};
