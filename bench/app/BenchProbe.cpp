@@ -69,8 +69,9 @@ qint64 BenchProbe::pssKib()
     QFile rollup(QStringLiteral("/proc/self/smaps_rollup"));
     if (!rollup.open(QIODevice::ReadOnly | QIODevice::Text))
         return -1;
-    while (!rollup.atEnd()) {
-        const QByteArray line = rollup.readLine();
+    // A /proc file reports size 0, so read it whole rather than line by line.
+    const QList<QByteArray> lines = rollup.readAll().split('\n');
+    for (const QByteArray &line : lines) {
         if (line.startsWith("Pss:"))
             return line.mid(4).trimmed().split(' ').value(0).toLongLong();
     }

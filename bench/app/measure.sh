@@ -1,0 +1,277 @@
+#!/usr/bin/env bash
+# Measures the app against the bare Qt floor in one run, on a private X server
+# and session bus, with an engine that answers at once. Run on demand; the test
+# command never runs it. See bench/README.md for what each figure means.
+#
+# Usage: bench/app/measure.sh [--runs N] [--idle-runs N] [--idle-seconds S]
+#                             [--refreshes N] [--build DIR] [--no-build]
+set -euo pipefail
+
+repo=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+build="$repo/build/bench"
+runs=5
+idle_runs=3
+idle_seconds=60
+refreshes=1000
+do_build=1
+while [ $# -gt 0 ]; do
+    case "$1" in
+    --runs) runs=$2; shift 2 ;;
+    --idle-runs) idle_runs=$2; shift 2 ;;
+    --idle-seconds) idle_seconds=$2; shift 2 ;;
+    --refreshes) refreshes=$2; shift 2 ;;
+    --build) build=$(realpath -m "$2"); shift 2 ;;
+    --no-build) do_build=0; shift ;;
+    -h | --help) sed -n '2,8p' "$0"; exit 0 ;;
+    *) echo "measure.sh: unknown option $1" >&2; exit 2 ;;
+    esac
+done
+
+for tool in Xvfb dbus-daemon cmake ninja awk; do
+    command -v "$tool" >/dev/null || { echo "measure.sh: $tool is needed" >&2; exit 2; }
+done
+
+bench_dir="$build/bench/app"
+engine="$bench_dir/zqb-bench-engine"
+app="$build/src/app/zqb-agent-app"
+probed_app="$bench_dir/zqb-bench-app"
+floor="$build/bench/floor/zqb-bench-floor"
+launcher="$bench_dir/zqb-bench-x"
+engine_log="$bench_dir/engine-calls.log"
+title="Backing Up" # the badge title of the fake engine's state "backing-up"
+
+if [ "$do_build" = 1 ]; then
+    # The engine path is fixed at build time, so this build runs the fake engine.
+    cmake -S "$repo" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+        -DZQB_ENGINE_PATH="$engine" -DZQB_BUILD_TESTS=OFF -DZQB_BUILD_BENCH=ON \
+        -DZQB_BUILD_FUZZ=OFF -DZQB_SANITIZE=OFF >/dev/null
+    ninja -C "$build" -j2 zqb-agent-app zqb-bench-app zqb-bench-floor zqb-bench-x \
+        zqb-bench-engine >/dev/null
+fi
+
+work=$(mktemp -d /tmp/zqb-bench.XXXXXX)
+pids_to_stop=()
+cleanup() {
+    for p in "${pids_to_stop[@]}"; do kill -KILL "$p" 2>/dev/null || true; done
+    [ -n "${bus_pid:-}" ] && kill "$bus_pid" 2>/dev/null || true
+    [ -n "${xvfb_pid:-}" ] && kill "$xvfb_pid" 2>/dev/null || true
+    rm -rf "$work"
+}
+trap cleanup EXIT
+
+# --- a private X server and session bus --------------------------------------
+exec 3>"$work/display"
+Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp >"$work/xvfb.log" 2>&1 &
+xvfb_pid=$!
+exec 3>&-
+for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.05; done
+[ -s "$work/display" ] || { echo "measure.sh: Xvfb did not start" >&2; exit 1; }
+export DISPLAY=":$(head -n1 "$work/display")"
+bus_info=$(dbus-daemon --session --fork --print-address=1 --print-pid=1)
+export DBUS_SESSION_BUS_ADDRESS=$(echo "$bus_info" | sed -n 1p)
+bus_pid=$(echo "$bus_info" | sed -n 2p)
+export XDG_RUNTIME_DIR="$work/runtime"
+mkdir -m 700 "$XDG_RUNTIME_DIR"
+export QT_QPA_PLATFORM=xcb
+unset WAYLAND_DISPLAY SESSION_MANAGER
+export LC_ALL=C.UTF-8
+
+results="$work/results"
+: >"$results"
+put() { echo "$1 $2" >>"$results"; } # figure-name value
+
+# --- process helpers ---------------------------------------------------------
+alive() { # a zombie counts as gone
+    local state
+    state=$(awk '{print $3}' "/proc/$1/stat" 2>/dev/null) || return 1
+    [ -n "$state" ] && [ "$state" != Z ]
+}
+stop() {
+    kill -TERM "$1" 2>/dev/null || true
+    for _ in $(seq 100); do alive "$1" || return 0; sleep 0.05; done
+    kill -KILL "$1" 2>/dev/null || true
+    for _ in $(seq 100); do alive "$1" || return 0; sleep 0.05; done
+}
+pss_kib() { awk '/^Pss:/ {print $2}' "/proc/$1/smaps_rollup"; }
+# Starts a program through the launcher; sets L_PID, L_WINDOW, L_EXEC_NS, L_MAP_MS.
+launch() {
+    local line
+    line=$("$launcher" launch --timeout 30 -- "$@" 2>>"$work/launch.log") || {
+        echo "measure.sh: $1 mapped no window; see $work/launch.log" >&2
+        cat "$work/launch.log" >&2
+        exit 1
+    }
+    L_PID=$(sed 's/.*pid=\([0-9]*\).*/\1/' <<<"$line")
+    L_WINDOW=$(sed 's/.*window=\(0x[0-9a-f]*\).*/\1/' <<<"$line")
+    L_EXEC_NS=$(sed 's/.*exec_ns=\([0-9]*\).*/\1/' <<<"$line")
+    L_MAP_MS=$(sed 's/.*map_ms=\([0-9.]*\).*/\1/' <<<"$line")
+    pids_to_stop+=("$L_PID")
+}
+wait_for_line() { # file pattern timeout-seconds
+    local i
+    for ((i = 0; i < $3 * 20; i++)); do
+        grep -q "$2" "$1" 2>/dev/null && return 0
+        sleep 0.05
+    done
+    return 1
+}
+value_of() { awk -v k="$2" '$1 == k {print $2; exit}' "$1"; }
+ns_to_ms() { awk -v a="$1" -v b="$2" 'BEGIN {printf "%.3f", (a - b) / 1e6}'; }
+
+# --- A: start-up and memory, floor / app / probed app alternating --------------
+echo "Start-up and memory: $runs runs each, alternating (engine answers at once)..." >&2
+for ((run = 1; run <= runs; run++)); do
+    launch "$floor"
+    put floor.map_ms "$L_MAP_MS"
+    sleep 5
+    put floor.pss_kib "$(pss_kib "$L_PID")"
+    stop "$L_PID"
+
+    : >"$engine_log"
+    launch "$app"
+    put app.map_ms "$L_MAP_MS"
+    if wait_for_line "$engine_log" ui-status 15; then
+        first_ns=$(awk '$2 == "ui-status" {print $1; exit}' "$engine_log")
+        put app.first_refresh_started_ms "$(ns_to_ms "$first_ns" "$L_EXEC_NS")"
+        sleep 5
+        put app.pss_kib "$(pss_kib "$L_PID")"
+    else
+        echo "measure.sh: the app never asked for ui-status" >&2
+    fi
+    stop "$L_PID"
+
+    out="$work/probe-$run.txt"
+    : >"$engine_log"
+    ZQB_BENCH_OUT="$out" ZQB_BENCH_TITLE="$title" ZQB_BENCH_REFRESHES="$refreshes" \
+        launch "$probed_app"
+    put probed.map_ms "$L_MAP_MS"
+    if wait_for_line "$out" '^done' $((30 + refreshes / 20)); then
+        on_screen=$(value_of "$out" state_on_screen_ns)
+        [ -n "$on_screen" ] && put probed.state_on_screen_ms "$(ns_to_ms "$on_screen" "$L_EXEC_NS")"
+        put probed.pss_first_kib "$(value_of "$out" pss_first_kib)"
+        put probed.pss_after_n_kib "$(value_of "$out" "pss_after_${refreshes}_kib")"
+        put probed.pss_after_2n_kib "$(value_of "$out" "pss_after_$((2 * refreshes))_kib")"
+        for k in cpu_per_refresh_us main_cpu_per_refresh_us wall_per_refresh_us \
+            idle_max_stall_us max_stall_us stall_over_4ms stall_over_8ms; do
+            put "probed.$k" "$(value_of "$out" "$k")"
+        done
+        grep '^error' "$out" >&2 || true
+    else
+        echo "measure.sh: the probed app did not finish run $run:" >&2
+        cat "$out" >&2
+    fi
+    stop "$L_PID"
+    echo "  run $run/$runs done" >&2
+done
+
+# --- B: idle with the window hidden, floor and app side by side ----------------
+# Wakeups are voluntary context switches summed over the process's threads;
+# CPU is utime+stime of the whole process (all threads), from /proc.
+thread_switches() { # pid -> "tid voluntary nonvoluntary" lines
+    local t
+    for t in /proc/"$1"/task/*; do
+        awk -v tid="${t##*/}" '/^voluntary_ctxt_switches/ {v = $2}
+            /^nonvoluntary_ctxt_switches/ {n = $2} END {print tid, v, n}' "$t/status" 2>/dev/null
+    done
+}
+cpu_ticks() { awk '{print $14 + $15}' "/proc/$1/stat"; }
+switch_delta() { # before-file after-file main-tid -> "all main"
+    awk -v main="$3" 'NR == FNR {v[$1] = $2; next}
+        {d = $2 - ($1 in v ? v[$1] : 0); all += d; if ($1 == main) m = d}
+        END {print all + 0, m + 0}' "$1" "$2"
+}
+ticks_per_second=$(getconf CLK_TCK)
+
+echo "Idle with the window hidden: $idle_runs runs of ${idle_seconds}s, floor and app together..." >&2
+for ((run = 1; run <= idle_runs; run++)); do
+    : >"$engine_log"
+    launch "$floor"
+    floor_pid=$L_PID floor_window=$L_WINDOW
+    launch "$app"
+    app_pid=$L_PID app_window=$L_WINDOW
+    wait_for_line "$engine_log" ui-status 15 || true
+    # The app hides its window on close; the floor would quit, so it is unmapped.
+    "$launcher" close "$app_window"
+    "$launcher" unmap "$floor_window"
+    sleep 2
+    if command -v xwininfo >/dev/null &&
+        xwininfo -id "$app_window" 2>/dev/null | grep -q 'IsViewable'; then
+        echo "measure.sh: the app's window did not hide" >&2
+    fi
+    alive "$app_pid" || { echo "measure.sh: closing the window ended the app" >&2; exit 1; }
+
+    for who in floor app; do
+        pid_var=${who}_pid
+        thread_switches "${!pid_var}" >"$work/$who.before"
+        echo "$(cpu_ticks "${!pid_var}")" >"$work/$who.cpu_before"
+    done
+    calls_before=$(grep -c ui-status "$engine_log" || true)
+    sleep "$idle_seconds"
+    calls_after=$(grep -c ui-status "$engine_log" || true)
+    for who in floor app; do
+        pid_var=${who}_pid
+        thread_switches "${!pid_var}" >"$work/$who.after"
+        read -r all main < <(switch_delta "$work/$who.before" "$work/$who.after" "${!pid_var}")
+        ticks=$(($(cpu_ticks "${!pid_var}") - $(cat "$work/$who.cpu_before")))
+        put "$who.idle_wakeups_per_min" "$(awk -v a="$all" -v s="$idle_seconds" 'BEGIN {printf "%.1f", a * 60 / s}')"
+        put "$who.idle_main_wakeups_per_min" "$(awk -v a="$main" -v s="$idle_seconds" 'BEGIN {printf "%.1f", a * 60 / s}')"
+        put "$who.idle_cpu_percent" "$(awk -v t="$ticks" -v h="$ticks_per_second" -v s="$idle_seconds" 'BEGIN {printf "%.3f", 100 * t / h / s}')"
+        put "$who.idle_threads" "$(wc -l <"$work/$who.after")"
+    done
+    put app.idle_refreshes_per_min "$(awk -v c=$((calls_after - calls_before)) -v s="$idle_seconds" 'BEGIN {printf "%.1f", c * 60 / s}')"
+    stop "$app_pid"
+    stop "$floor_pid"
+    echo "  idle run $run/$idle_runs done" >&2
+done
+
+# --- report --------------------------------------------------------------------
+stats() { # figure -> "median (min to max)"
+    awk -v k="$1" '$1 == k && $2 != "" {v[n++] = $2 + 0}
+        END {
+            if (n == 0) { print "n/a"; exit }
+            for (i = 0; i < n; i++) for (j = i + 1; j < n; j++) if (v[j] < v[i]) { t = v[i]; v[i] = v[j]; v[j] = t }
+            m = (n % 2) ? v[(n - 1) / 2] : (v[n / 2 - 1] + v[n / 2]) / 2
+            printf "%.2f (%.2f to %.2f)", m, v[0], v[n - 1]
+        }' "$results"
+}
+median() { stats "$1" | awk '{print $1}'; }
+verdict() { awk -v a="$1" -v b="$2" 'BEGIN {print (a != "n/a" && a + 0 <= b + 0) ? "ok" : "MISSED"}'; }
+
+floor_map=$(median floor.map_ms)
+floor_pss=$(median floor.pss_kib)
+row() { printf '%-44s %-28s %-28s %s\n' "$@"; }
+{
+    echo
+    echo "ZQB Agent against the bare Qt floor: $runs start-up runs, $idle_runs idle runs of ${idle_seconds}s"
+    echo "Figures: median (min to max). Machine: $(nproc) CPUs, load $(cut -d' ' -f1-3 /proc/loadavg)"
+    echo
+    row "figure" "floor" "app" "budget"
+    row "exec -> window mapped, ms" "$(stats floor.map_ms)" "$(stats app.map_ms)" \
+        "<= $(awk -v f="$floor_map" 'BEGIN {printf "%.1f", 1.5 * f}') $(verdict "$(median app.map_ms)" "$(awk -v f="$floor_map" 'BEGIN {print 1.5 * f}')")"
+    row "  probed build, ms" "" "$(stats probed.map_ms)" ""
+    row "exec -> first ui-status started, ms" "" "$(stats app.first_refresh_started_ms)" ""
+    row "exec -> engine state on screen, ms" "(map) $(stats floor.map_ms)" "$(stats probed.state_on_screen_ms)" \
+        "<= $(awk -v f="$floor_map" 'BEGIN {printf "%.1f", f + 40}') $(verdict "$(median probed.state_on_screen_ms)" "$(awk -v f="$floor_map" 'BEGIN {print f + 40}')")"
+    row "PSS 5 s after first refresh, KiB" "$(stats floor.pss_kib)" "$(stats app.pss_kib)" \
+        "<= $((${floor_pss%.*} + 12288)) $(verdict "$(median app.pss_kib)" "$((${floor_pss%.*} + 12288))")"
+    row "  probed build, KiB" "" "$(stats probed.pss_first_kib)" ""
+    row "  after $refreshes refreshes, KiB" "" "$(stats probed.pss_after_n_kib)" ""
+    row "  after $((2 * refreshes)) refreshes, KiB" "" "$(stats probed.pss_after_2n_kib)" ""
+    row "app CPU per refresh (all threads), us" "" "$(stats probed.cpu_per_refresh_us)" \
+        "<= 2000 $(verdict "$(median probed.cpu_per_refresh_us)" 2000)"
+    row "  main thread only, us" "" "$(stats probed.main_cpu_per_refresh_us)" ""
+    row "  wall time per refresh, us" "" "$(stats probed.wall_per_refresh_us)" ""
+    row "longest main-thread gap, 200 refreshes, us" "" "$(stats probed.max_stall_us)" \
+        "<= 8000 $(verdict "$(median probed.max_stall_us)" 8000)"
+    row "  same probe with no refreshes, us" "" "$(stats probed.idle_max_stall_us)" ""
+    row "  gaps over 4 ms / over 8 ms" "" "$(median probed.stall_over_4ms) / $(median probed.stall_over_8ms)" ""
+    row "idle hidden: wakeups per min, all threads" "$(stats floor.idle_wakeups_per_min)" "$(stats app.idle_wakeups_per_min)" ""
+    row "  main thread, per min" "$(stats floor.idle_main_wakeups_per_min)" "$(stats app.idle_main_wakeups_per_min)" ""
+    row "  refreshes per min (engine runs)" "" "$(stats app.idle_refreshes_per_min)" ""
+    row "  threads" "$(stats floor.idle_threads)" "$(stats app.idle_threads)" ""
+    row "idle hidden: CPU, %" "$(stats floor.idle_cpu_percent)" "$(stats app.idle_cpu_percent)" \
+        "< 0.1 $(verdict "$(median app.idle_cpu_percent)" 0.0999)"
+    echo
+} | tee "$build/bench-report.txt"
+cp "$results" "$build/bench-raw.txt"
+echo "Report: $build/bench-report.txt, raw samples: $build/bench-raw.txt" >&2
