@@ -24,7 +24,8 @@ public:
         QStringList arguments; // without the program name
         QString home;
         QByteArray standardInput;
-        bool hadInput = false; // false when standard input was inherited
+        bool hadInput = false;      // false when standard input was inherited
+        QByteArrayList environment; // "NAME=value" entries, as the engine saw them
     };
 
     FakeEngine()
@@ -36,6 +37,8 @@ public:
         QDir root(m_dir.path());
         root.mkpath(QStringLiteral("answers"));
         root.mkpath(QStringLiteral("calls"));
+        root.mkpath(QStringLiteral("queued"));
+        root.mkpath(QStringLiteral("claimed"));
         QFile script(path());
         script.open(QIODevice::WriteOnly);
         // Standard input counts as "given" when it is a pipe; an inherited
@@ -47,10 +50,15 @@ call="$dir/calls/$id"
 mkdir -p "$call"
 printf '%s\0' "$@" > "$call/args"
 printf '%s' "$HOME" > "$call/home"
+env -0 > "$call/env"
 if [ -p /dev/stdin ]; then cat > "$call/stdin"; fi
 cmd="${1:-default}"
 ans="$dir/answers/$cmd"
 [ -d "$ans" ] || ans="$dir/answers/default"
+for one in "$dir/queued/$cmd"/*; do
+  [ -d "$one" ] || continue
+  if mv "$one" "$dir/claimed/$id" 2>/dev/null; then ans="$dir/claimed/$id"; break; fi
+done
 touch "$call/done"
 if [ -f "$ans/delay" ]; then sleep "$(cat "$ans/delay")"; fi
 [ -f "$ans/out" ] && cat "$ans/out"
@@ -81,6 +89,26 @@ exit 0
             QFile::remove(base + QStringLiteral("delay"));
     }
 
+    // Queues an answer for one later run of `command`: each run takes the
+    // oldest queued answer (claimed before the run counts as started), and
+    // falls back to answer() once the queue is empty.
+    void answerOnce(const QString &command, const QByteArray &out, const QByteArray &err = {},
+                    int exitCode = 0, double delaySeconds = 0)
+    {
+        QDir queue(m_dir.filePath(QStringLiteral("queued/") + command));
+        queue.mkpath(QStringLiteral("."));
+        const QString name = QStringLiteral("%1").arg(m_queued++, 6, 10, QLatin1Char('0'));
+        // Filled in a side folder and moved in whole, so a run never sees half an answer.
+        const QString staging = m_dir.filePath(QStringLiteral("claimed/staging-") + name);
+        QDir().mkpath(staging);
+        write(staging + QStringLiteral("/out"), out);
+        write(staging + QStringLiteral("/err"), err);
+        write(staging + QStringLiteral("/code"), QByteArray::number(exitCode));
+        if (delaySeconds > 0)
+            write(staging + QStringLiteral("/delay"), QByteArray::number(delaySeconds));
+        QDir().rename(staging, queue.filePath(name));
+    }
+
     // Every run so far, oldest first.
     QList<Invocation> invocations() const
     {
@@ -98,6 +126,11 @@ exit 0
             call.home = QString::fromUtf8(read(base + QStringLiteral("home")));
             call.hadInput = QFile::exists(base + QStringLiteral("stdin"));
             call.standardInput = read(base + QStringLiteral("stdin"));
+            QByteArray env = read(base + QStringLiteral("env"));
+            if (env.endsWith('\0'))
+                env.chop(1);
+            if (!env.isEmpty())
+                call.environment = env.split('\0');
             result << call;
         }
         return result;
@@ -143,4 +176,5 @@ private:
     }
 
     QTemporaryDir m_dir;
+    int m_queued = 0;
 };
