@@ -1,0 +1,149 @@
+#pragma once
+
+// Runs the built stand-in engine the way the app does: command words, then
+// "--state" and a directory; optional standard input; waits for the exit.
+
+#include "AgentDocuments.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <optional>
+
+struct SimResult
+{
+    int exitCode = -1;
+    QByteArray output;
+    QByteArray error;
+    bool finished = false;
+
+    bool succeeded() const { return finished && exitCode == 0; }
+    QString errorText() const { return QString::fromUtf8(error).trimmed(); }
+    QString outputText() const { return QString::fromUtf8(output).trimmed(); }
+};
+
+class SimProcess
+{
+public:
+    SimProcess()
+    {
+        m_environment.remove(QStringLiteral("ZQB_SIM_STATE"));
+        m_environment.insert(QStringLiteral("ZQB_SIM_SPEED"), QStringLiteral("1000"));
+    }
+
+    QString stateDirectory() const { return m_state.filePath(QStringLiteral("state")); }
+    QString statePath(const QString &file) const
+    {
+        return stateDirectory() + QLatin1Char('/') + file;
+    }
+    void setSpeed(const QString &speed)
+    {
+        m_environment.insert(QStringLiteral("ZQB_SIM_SPEED"), speed);
+    }
+    QProcessEnvironment &environment() { return m_environment; }
+
+    static QString program() { return QStringLiteral(ZQB_SIM_EXECUTABLE); }
+
+    // Starts without waiting; the caller owns the process.
+    QProcess *start(const QStringList &arguments, QObject *parent)
+    {
+        auto *process = new QProcess(parent);
+        process->setProcessEnvironment(m_environment);
+        process->setStandardInputFile(QProcess::nullDevice());
+        process->start(program(),
+                       arguments + QStringList{QStringLiteral("--state"), stateDirectory()});
+        return process;
+    }
+
+    SimResult run(const QStringList &arguments,
+                  const std::optional<QByteArray> &input = std::nullopt, int timeoutMs = 30000)
+    {
+        QProcess process;
+        process.setProcessEnvironment(m_environment);
+        if (!input)
+            process.setStandardInputFile(QProcess::nullDevice());
+        process.start(program(),
+                      arguments + QStringList{QStringLiteral("--state"), stateDirectory()});
+        SimResult result;
+        if (!process.waitForStarted(5000))
+            return result;
+        if (input) {
+            process.write(*input);
+            process.closeWriteChannel();
+        }
+        result.finished =
+            process.waitForFinished(timeoutMs) && process.exitStatus() == QProcess::NormalExit;
+        result.exitCode = process.exitCode();
+        result.output = process.readAllStandardOutput();
+        result.error = process.readAllStandardError();
+        return result;
+    }
+
+    // ui-status, decoded as the app decodes it.
+    std::optional<AgentUIStatus> status()
+    {
+        const SimResult result = run({QStringLiteral("ui-status")});
+        if (!result.succeeded())
+            return std::nullopt;
+        return AgentDocuments::decodeStatus(result.output.trimmed());
+    }
+
+    QByteArray invitation(const QString &target = QStringLiteral("Studio Mac"))
+    {
+        return run({QStringLiteral("make-invitation"), QStringLiteral("--target"), target})
+            .output.trimmed();
+    }
+
+    bool enroll()
+    {
+        return run({QStringLiteral("enroll"), QStringLiteral("--invitation-stdin")},
+                   invitation() + '\n')
+            .succeeded();
+    }
+
+    bool configure(const AgentSettings &settings)
+    {
+        return run({QStringLiteral("configure"), QStringLiteral("--json-stdin")},
+                   AgentDocuments::encode(settings))
+            .succeeded();
+    }
+
+    bool configureTransfer(const TransferPolicy &policy)
+    {
+        return run({QStringLiteral("configure-transfer"), QStringLiteral("--json-stdin")},
+                   AgentDocuments::encode(policy))
+            .succeeded();
+    }
+
+    // Every state file's bytes, by name, to show that a refusal changed nothing.
+    QMap<QString, QByteArray> snapshot() const
+    {
+        QMap<QString, QByteArray> files;
+        const QDir dir(stateDirectory());
+        for (const QString &name : dir.entryList(QDir::Files | QDir::Hidden)) {
+            QFile file(dir.filePath(name));
+            if (file.open(QIODevice::ReadOnly))
+                files.insert(name, file.readAll());
+        }
+        return files;
+    }
+
+private:
+    QTemporaryDir m_state;
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
+};
+
+inline AgentSettings settingsFor(const QStringList &sources, const QStringList &exclusions = {})
+{
+    AgentSettings settings;
+    settings.enabled = false;
+    settings.intervalMinutes = 60;
+    settings.sources = sources;
+    settings.exclusions = exclusions;
+    return settings;
+}
