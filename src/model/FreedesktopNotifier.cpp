@@ -6,6 +6,7 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
 #include <QStringList>
+#include <QTimer>
 #include <QVariantMap>
 
 namespace {
@@ -48,7 +49,18 @@ void FreedesktopNotifier::post(const QString &title, const QString &body)
          << hints         // hints
          << int(-1);      // expire_timeout: the server's default
 
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    const QDBusPendingCall pending = m_bus.asyncCall(call);
+    if (pending.isFinished()) {
+        // Failed without reaching a bus (none connected): fall back, but
+        // never from inside the caller's own step.
+        if (pending.isError())
+            QTimer::singleShot(0, this, [this, title, shownBody] {
+                if (m_fallback)
+                    m_fallback(title, shownBody);
+            });
+        return;
+    }
+    auto *watcher = new QDBusPendingCallWatcher(pending, this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, title, shownBody](QDBusPendingCallWatcher *finished) {
                 finished->deleteLater();
