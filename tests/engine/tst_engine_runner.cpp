@@ -1,0 +1,624 @@
+#include "AgentPaths.h"
+#include "AgentRunner.h"
+
+#include <QCryptographicHash>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <atomic>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <pthread.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+extern "C" char **environ;
+
+namespace {
+
+// A folder of fake engines for one test.
+class Engines
+{
+public:
+    Engines() { QVERIFY(m_dir.isValid()); }
+
+    QString path(const QString &name) const { return m_dir.filePath(name); }
+
+    // A bash script engine; `body` follows the interpreter line.
+    QString script(const QString &name, const QByteArray &body)
+    {
+        return file(name, "#!/bin/bash\n" + body, 0755);
+    }
+
+    QString file(const QString &name, const QByteArray &content, mode_t mode)
+    {
+        const QString file = path(name);
+        QFile out(file);
+        if (!out.open(QIODevice::WriteOnly))
+            qFatal("cannot write %s", qPrintable(file));
+        out.write(content);
+        out.close();
+        ::chmod(QFile::encodeName(file).constData(), mode);
+        return file;
+    }
+
+    // A copy of the compiled probe; it writes "args" and "env" beside itself.
+    QString probe()
+    {
+        const QString copy = path(QStringLiteral("probe"));
+        if (!QFile::exists(copy) && !QFile::copy(QStringLiteral(ZQB_PROBE_ENGINE), copy))
+            qFatal("cannot copy the probe engine");
+        return copy;
+    }
+
+    QList<QByteArray> recorded(const QString &name) const
+    {
+        QFile in(path(name));
+        if (!in.open(QIODevice::ReadOnly))
+            return {};
+        QByteArray all = in.readAll();
+        if (all.endsWith('\0'))
+            all.chop(1);
+        return all.isEmpty() ? QList<QByteArray>() : all.split('\0');
+    }
+
+private:
+    QTemporaryDir m_dir;
+};
+
+QList<QByteArray> ourEnvironment()
+{
+    QList<QByteArray> all;
+    for (char **entry = environ; *entry; ++entry)
+        all << QByteArray(*entry);
+    return all;
+}
+
+qint64 statusField(const char *name)
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith(name))
+            return line.mid(qsizetype(strlen(name))).trimmed().split(' ').value(0).toLongLong();
+    }
+    return -1;
+}
+
+// Descriptors of this process that a child legitimately inherits.
+QString inheritableDescriptors()
+{
+    QString list;
+    QDir fds(QStringLiteral("/proc/self/fd"));
+    QList<int> numbers;
+    for (const QString &name :
+         fds.entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System))
+        numbers << name.toInt();
+    std::sort(numbers.begin(), numbers.end());
+    for (int fd : numbers) {
+        const int flags = fcntl(fd, F_GETFD);
+        if (fd > 2 && flags >= 0 && !(flags & FD_CLOEXEC))
+            list += QString::number(fd) + QLatin1Char(' ');
+    }
+    return QStringLiteral("fds:") + list;
+}
+
+} // namespace
+
+class TestEngineRunner : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void defaultEnginePathIsTheFixedOne();
+
+    void missingEngineIsNotInstalled();
+    void nonExecutableFileIsNotInstalledAndNothingStarts();
+    void directoryIsNotInstalled();
+    void unstartableEngineCouldNotStart();
+    void missingInterpreterCouldNotStart();
+
+    void stateOptionIsAppendedLast();
+    void argumentsArriveUnchanged();
+    void homeIsReplacedAndEverythingElseUnchanged();
+    void homeIsPresentWhenTheAppHasNone();
+    void childGetsDefaultSignalsAndNoBlockedOnes();
+
+    void absentInputInheritsOurStandardInput();
+    void emptyInputGivesImmediateEndOfFile();
+    void inputArrivesByteExact();
+    void inputIsWrittenWhileOutputIsRead();
+    void engineThatExitsWithoutReadingInput_data();
+    void engineThatExitsWithoutReadingInput();
+
+    void outputIsCutToCharactersThenTrimmed();
+    void errorIsCutToCharactersThenTrimmed();
+    void crLfCountsAsOneCharacter();
+    void combiningMarksCountWithTheirBase();
+    void surroundingWhitespaceIsTrimmed();
+    void invalidUtf8GivesEmptyText();
+    void byteOrderMarkIsKept();
+    void streamCutInsideACharacterStillDecodes();
+
+    void nonZeroExitFails_data();
+    void nonZeroExitFails();
+    void successMayCarryErrorText();
+    void killedBySignalFails();
+    void hugeOutputReturnsWithBoundedMemory();
+
+    void concurrentRunsStayApart();
+};
+
+void TestEngineRunner::defaultEnginePathIsTheFixedOne()
+{
+    QCOMPARE(AgentRunner::defaultEnginePath(),
+             QStringLiteral("/Library/Application Support/ZQB Agent/zqb-agent"));
+    QCOMPARE(AgentRunner().enginePath(), AgentRunner::defaultEnginePath());
+}
+
+void TestEngineRunner::missingEngineIsNotInstalled()
+{
+    Engines engines;
+    const CommandResult result = AgentRunner(engines.path("absent")).run({"ui-status"});
+    QCOMPARE(result.output, QString());
+    QCOMPARE(result.error, QStringLiteral("The ZQB Agent background engine is not installed."));
+    QVERIFY(!result.succeeded);
+}
+
+void TestEngineRunner::nonExecutableFileIsNotInstalledAndNothingStarts()
+{
+    Engines engines;
+    const QString marker = engines.path("started");
+    const QString engine =
+        engines.file("engine", "#!/bin/bash\ntouch '" + marker.toUtf8() + "'\necho ran\n", 0644);
+    const CommandResult result = AgentRunner(engine).run({"ui-status"});
+    QCOMPARE(result.output, QString());
+    QCOMPARE(result.error, AgentRunner::notInstalledMessage);
+    QVERIFY(!result.succeeded);
+    QVERIFY(!QFile::exists(marker));
+}
+
+void TestEngineRunner::directoryIsNotInstalled()
+{
+    Engines engines;
+    QVERIFY(QDir(engines.path(".")).mkpath("engine"));
+    ::chmod(QFile::encodeName(engines.path("engine")).constData(), 0755);
+    const CommandResult result = AgentRunner(engines.path("engine")).run({"ui-status"});
+    QCOMPARE(result, (CommandResult{QString(), AgentRunner::notInstalledMessage, false}));
+}
+
+void TestEngineRunner::unstartableEngineCouldNotStart()
+{
+    Engines engines;
+    // Executable, but neither a program nor a script the system can run.
+    const QString engine = engines.file("engine", QByteArray("\x01\x02garbage\n"), 0755);
+    const CommandResult result = AgentRunner(engine).run({"ui-status"});
+    QCOMPARE(result.output, QString());
+    QCOMPARE(result.error, QStringLiteral("ZQB Agent could not start."));
+    QVERIFY(!result.succeeded);
+}
+
+void TestEngineRunner::missingInterpreterCouldNotStart()
+{
+    Engines engines;
+    const QString engine =
+        engines.file("engine", "#!" + engines.path("no-such-shell").toUtf8() + "\n", 0755);
+    const CommandResult result = AgentRunner(engine).run({"ui-status"}, QByteArrayView("doc"));
+    QCOMPARE(result, (CommandResult{QString(), AgentRunner::couldNotStartMessage, false}));
+}
+
+void TestEngineRunner::stateOptionIsAppendedLast()
+{
+    Engines engines;
+    const CommandResult result = AgentRunner(engines.probe()).run({"ui-status"});
+    QVERIFY(result.succeeded);
+    const QList<QByteArray> args = engines.recorded("args");
+    QCOMPARE(args,
+             (QList<QByteArray>{"ui-status", "--state", QFile::encodeName(agentStateDirectory())}));
+
+    AgentRunner(engines.probe()).run({"configure", "--json-stdin"}, QByteArrayView("{}"));
+    QCOMPARE(engines.recorded("args"),
+             (QList<QByteArray>{"configure", "--json-stdin", "--state",
+                                QFile::encodeName(agentStateDirectory())}));
+}
+
+void TestEngineRunner::argumentsArriveUnchanged()
+{
+    Engines engines;
+    const QStringList arguments = {
+        QStringLiteral("two words"),
+        QStringLiteral("\"double\" 'single'"),
+        QStringLiteral("$HOME $(id)"),
+        QStringLiteral("*"),
+        QStringLiteral("line\nbreak"),
+        QStringLiteral("back\\slash;|&<>"),
+        QString(),
+        QStringLiteral("  padded  "),
+        QStringLiteral("--state"),
+        QStringLiteral("Grüße ✓ \U0001F600"),
+        QStringLiteral("`backtick`"),
+        QStringLiteral("tab\there\r\n"),
+    };
+    const CommandResult result = AgentRunner(engines.probe()).run(arguments);
+    QVERIFY(result.succeeded);
+    QList<QByteArray> expected;
+    for (const QString &argument : arguments)
+        expected << argument.toUtf8();
+    expected << "--state" << QFile::encodeName(agentStateDirectory());
+    QCOMPARE(engines.recorded("args"), expected);
+}
+
+void TestEngineRunner::homeIsReplacedAndEverythingElseUnchanged()
+{
+    Engines engines;
+    const QByteArray savedHome = qgetenv("HOME");
+    qputenv("HOME", "/somewhere/else");
+    qputenv("ZQB_TEST_VARIABLE", "spaces and = signs\nand a line break");
+    QList<QByteArray> expected;
+    for (const QByteArray &entry : ourEnvironment()) {
+        if (!entry.startsWith("HOME="))
+            expected << entry;
+    }
+    const CommandResult result = AgentRunner(engines.probe()).run({"ui-status"});
+    qputenv("HOME", savedHome);
+    qunsetenv("ZQB_TEST_VARIABLE");
+    QVERIFY(result.succeeded);
+
+    QList<QByteArray> seen = engines.recorded("env");
+    QCOMPARE(seen.count("HOME=" + QFile::encodeName(agentUserHome())), 1);
+    QVERIFY(!seen.contains("HOME=/somewhere/else"));
+    seen.removeAll("HOME=" + QFile::encodeName(agentUserHome()));
+    QCOMPARE(seen, expected);
+    QVERIFY(seen.contains("ZQB_TEST_VARIABLE=spaces and = signs\nand a line break"));
+}
+
+void TestEngineRunner::homeIsPresentWhenTheAppHasNone()
+{
+    Engines engines;
+    const QByteArray savedHome = qgetenv("HOME");
+    ::unsetenv("HOME");
+    QVERIFY(!std::getenv("HOME"));
+    const CommandResult result = AgentRunner(engines.probe()).run({"ui-status"});
+    qputenv("HOME", savedHome);
+    QVERIFY(result.succeeded);
+    const QList<QByteArray> seen = engines.recorded("env");
+    QCOMPARE(seen.count("HOME=" + QFile::encodeName(agentUserHome())), 1);
+    QCOMPARE(seen.size(), ourEnvironment().size()); // HOME was added, nothing else
+}
+
+void TestEngineRunner::childGetsDefaultSignalsAndNoBlockedOnes()
+{
+    Engines engines;
+    // With a broken pipe left ignored, `yes` would complain on standard error
+    // instead of ending quietly.
+    const QString engine = engines.script(
+        "engine",
+        "yes | head -c 4 | tr -d '\\n'\necho\nexec grep -E '^Sig(Blk|Ign):' /proc/self/status\n");
+    sigset_t blocked;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGUSR1);
+    sigset_t previous;
+    pthread_sigmask(SIG_BLOCK, &blocked, &previous);
+    const CommandResult result = AgentRunner(engine).run({"ui-status"});
+    pthread_sigmask(SIG_SETMASK, &previous, nullptr);
+
+    QVERIFY(result.succeeded);
+    QCOMPARE(result.error, QString());
+    const QStringList lines = result.output.split(QLatin1Char('\n'));
+    QCOMPARE(lines.value(0), QStringLiteral("yy"));
+    const QString blockedLine = lines.filter(QStringLiteral("SigBlk:")).value(0);
+    const QString ignoredLine = lines.filter(QStringLiteral("SigIgn:")).value(0);
+    QCOMPARE(blockedLine.section(QLatin1Char('\t'), 1).toULongLong(nullptr, 16), 0ull);
+    const quint64 ignored = ignoredLine.section(QLatin1Char('\t'), 1).toULongLong(nullptr, 16);
+    QCOMPARE(ignored & (1ull << (SIGPIPE - 1)), 0ull);
+
+    // ...while the app itself ignores the broken-pipe signal from now on.
+    struct sigaction current = {};
+    sigaction(SIGPIPE, nullptr, &current);
+    QVERIFY(current.sa_handler == SIG_IGN);
+}
+
+void TestEngineRunner::absentInputInheritsOurStandardInput()
+{
+    Engines engines;
+    const QString known = engines.file("known-input", "what the app has on standard input\n", 0644);
+    const int saved = dup(STDIN_FILENO);
+    const int fd = ::open(QFile::encodeName(known).constData(), O_RDONLY);
+    QVERIFY(saved >= 0 && fd >= 0);
+    dup2(fd, STDIN_FILENO);
+    ::close(fd);
+    const QString engine = engines.script("engine", "cat\n");
+    const CommandResult result = AgentRunner(engine).run({"ui-status"});
+    dup2(saved, STDIN_FILENO);
+    ::close(saved);
+    QVERIFY(result.succeeded);
+    QCOMPARE(result.output, QStringLiteral("what the app has on standard input"));
+}
+
+void TestEngineRunner::emptyInputGivesImmediateEndOfFile()
+{
+    Engines engines;
+    const QString engine =
+        engines.script("engine", "if read -r -t 5 line; then echo \"line $line\"; else echo "
+                                 "\"end $?\"; fi\n");
+    QElapsedTimer timer;
+    timer.start();
+    const CommandResult result = AgentRunner(engine).run({"ui-status"}, QByteArrayView(""));
+    QVERIFY(result.succeeded);
+    QCOMPARE(result.output, QStringLiteral("end 1")); // a timeout would give a status above 128
+    QVERIFY2(timer.elapsed() < 4000, "the engine waited for input");
+}
+
+void TestEngineRunner::inputArrivesByteExact()
+{
+    Engines engines;
+    QByteArray input;
+    for (int i = 0; i < 3 * 1024 * 1024; ++i)
+        input.append(char(i * 7 + (i >> 11)));
+    const QString engine = engines.script("engine", "sha256sum | cut -d' ' -f1\n");
+    const CommandResult result = AgentRunner(engine).run({"configure", "--json-stdin"}, input);
+    QVERIFY(result.succeeded);
+    QCOMPARE(
+        result.output,
+        QString::fromLatin1(QCryptographicHash::hash(input, QCryptographicHash::Sha256).toHex()));
+}
+
+void TestEngineRunner::inputIsWrittenWhileOutputIsRead()
+{
+    // `cat` writes back while it reads: with the input written first and the
+    // output read only afterwards, both sides would wait on a full pipe.
+    Engines engines;
+    const QByteArray input = QByteArray(4 * 1024 * 1024, 'k');
+    const QString engine = engines.script("engine", "cat\necho done >&2\n");
+    const CommandResult result = AgentRunner(engine).run({"configure", "--json-stdin"}, input);
+    QVERIFY(result.succeeded);
+    QCOMPARE(result.output, QString(AgentRunner::outputCharacterCap, QLatin1Char('k')));
+    QCOMPARE(result.error, QStringLiteral("done"));
+}
+
+void TestEngineRunner::engineThatExitsWithoutReadingInput_data()
+{
+    QTest::addColumn<int>("exitCode");
+    QTest::newRow("status 0") << 0;
+    QTest::newRow("status 3") << 3;
+}
+
+void TestEngineRunner::engineThatExitsWithoutReadingInput()
+{
+    QFETCH(int, exitCode);
+    Engines engines;
+    const QString engine =
+        engines.script("engine", "echo bye\nexit " + QByteArray::number(exitCode) + "\n");
+    const QByteArray input(1024 * 1024, 'x');
+    const CommandResult result = AgentRunner(engine).run({"configure", "--json-stdin"}, input);
+    // Reaching this line at all means the broken pipe did not end the app.
+    QCOMPARE(result.output, QStringLiteral("bye"));
+    QCOMPARE(result.error, QString());
+    QCOMPARE(result.succeeded, exitCode == 0);
+}
+
+void TestEngineRunner::outputIsCutToCharactersThenTrimmed()
+{
+    Engines engines;
+    // Leading blanks count towards the cap: trimming comes after cutting.
+    const QString leading =
+        engines.script("lead", "printf '  '\nhead -c 9998 /dev/zero | tr '\\0' x\n");
+    CommandResult result = AgentRunner(leading).run({"ui-status"});
+    QVERIFY(result.succeeded);
+    QCOMPARE(result.output, QString(8190, QLatin1Char('x')));
+
+    // Blanks at the cut are trimmed even though more text followed them.
+    const QString trailing =
+        engines.script("trail", "head -c 8190 /dev/zero | tr '\\0' x\nprintf '  '\n"
+                                "head -c 1808 /dev/zero | tr '\\0' z\n");
+    result = AgentRunner(trailing).run({"ui-status"});
+    QCOMPARE(result.output, QString(8190, QLatin1Char('x')));
+
+    const QString plain = engines.script("plain", "head -c 10000 /dev/zero | tr '\\0' p\n");
+    result = AgentRunner(plain).run({"ui-status"});
+    QCOMPARE(result.output, QString(8192, QLatin1Char('p')));
+}
+
+void TestEngineRunner::errorIsCutToCharactersThenTrimmed()
+{
+    Engines engines;
+    const QString engine =
+        engines.script("engine", "head -c 3000 /dev/zero | tr '\\0' e >&2\necho fine\n");
+    CommandResult result = AgentRunner(engine).run({"ui-status"});
+    QVERIFY(result.succeeded);
+    QCOMPARE(result.output, QStringLiteral("fine"));
+    QCOMPARE(result.error, QString(2048, QLatin1Char('e')));
+
+    const QString padded =
+        engines.script("padded", "{ printf '\\n\\t'; head -c 2998 /dev/zero | tr '\\0' e; } >&2\n");
+    result = AgentRunner(padded).run({"ui-status"});
+    QCOMPARE(result.error, QString(2046, QLatin1Char('e')));
+}
+
+void TestEngineRunner::crLfCountsAsOneCharacter()
+{
+    Engines engines;
+    // 4,096 times "x CR LF" is exactly 8,192 characters but 12,288 code units.
+    const QString engine =
+        engines.script("engine", "for i in $(seq 4096); do printf 'x\\r\\n'; done\nprintf TAIL\n");
+    const CommandResult result = AgentRunner(engine).run({"ui-status"});
+    QString expected;
+    for (int i = 0; i < 4096; ++i)
+        expected += QStringLiteral("x\r\n");
+    expected.chop(2); // the last CR LF is trimmed
+    QCOMPARE(result.output.size(), expected.size());
+    QCOMPARE(result.output, expected);
+}
+
+void TestEngineRunner::combiningMarksCountWithTheirBase()
+{
+    Engines engines;
+    // "e" + COMBINING ACUTE ACCENT, 9,000 times: one character each.
+    const QString engine =
+        engines.script("engine", "for i in $(seq 9000); do printf 'e\\xcc\\x81'; done\n");
+    const CommandResult result = AgentRunner(engine).run({"ui-status"});
+    QString expected;
+    for (int i = 0; i < 8192; ++i)
+        expected += QStringLiteral("e\u0301");
+    QCOMPARE(result.output, expected);
+}
+
+void TestEngineRunner::surroundingWhitespaceIsTrimmed()
+{
+    Engines engines;
+    const QString engine = engines.script("engine", "printf '  {\"a\": 1}\\n'\n");
+    QCOMPARE(AgentRunner(engine).run({"ui-status"}).output, QStringLiteral("{\"a\": 1}"));
+
+    // Unicode separators and NEL are trimmed too; inner ones stay.
+    const QString wide = engines.script(
+        "wide",
+        "printf '\\xe3\\x80\\x80\\xc2\\x85\\xe2\\x80\\xa8a \\xc2\\xa0b\\xe2\\x80\\xa9\\v\\f\\r'\n");
+    QCOMPARE(AgentRunner(wide).run({"ui-status"}).output, QStringLiteral("a \u00a0b"));
+}
+
+void TestEngineRunner::invalidUtf8GivesEmptyText()
+{
+    Engines engines;
+    const QString engine = engines.script(
+        "engine", "printf 'valid text \\xff more valid text'\nprintf 'error text' >&2\n");
+    const CommandResult result = AgentRunner(engine).run({"ui-status"});
+    QVERIFY(result.succeeded);
+    QCOMPARE(result.output, QString());
+    QCOMPARE(result.error, QStringLiteral("error text"));
+
+    const QString surrogate = engines.script("surrogate", "printf '\\xed\\xa0\\x80' >&2\n");
+    QCOMPARE(AgentRunner(surrogate).run({"ui-status"}).error, QString());
+    const QString truncated = engines.script("truncated", "printf 'ends inside \\xe2\\x82'\n");
+    QCOMPARE(AgentRunner(truncated).run({"ui-status"}).output, QString());
+}
+
+void TestEngineRunner::byteOrderMarkIsKept()
+{
+    Engines engines;
+    const QString engine = engines.script("engine", "printf '\\xef\\xbb\\xbf{}'\n");
+    QCOMPARE(AgentRunner(engine).run({"ui-status"}).output, QStringLiteral("\ufeff{}"));
+}
+
+void TestEngineRunner::streamCutInsideACharacterStillDecodes()
+{
+    // 1 MiB is not a multiple of three: the kept bytes end inside a euro sign.
+    Engines engines;
+    const QString engine =
+        engines.script("engine", "chunk=$(printf '\\xe2\\x82\\xac%.0s' $(seq 1000))\n"
+                                 "for i in $(seq 400); do printf '%s' \"$chunk\"; done\n");
+    const CommandResult result = AgentRunner(engine).run({"ui-status"});
+    QVERIFY(result.succeeded);
+    QCOMPARE(result.output, QString(8192, QChar(0x20AC)));
+}
+
+void TestEngineRunner::nonZeroExitFails_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("output");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("message on standard output")
+        << QByteArray("echo 'No folders chosen.'\nexit 1\n") << "No folders chosen."
+        << "";
+    QTest::newRow("message on standard error")
+        << QByteArray("echo 'Target refused the invitation.' >&2\nexit 1\n") << ""
+        << "Target refused the invitation.";
+    QTest::newRow("status 255") << QByteArray("exit 255\n") << ""
+                                << "";
+}
+
+void TestEngineRunner::nonZeroExitFails()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(QString, output);
+    QFETCH(QString, error);
+    Engines engines;
+    const CommandResult result = AgentRunner(engines.script("engine", body)).run({"run-once"});
+    QCOMPARE(result, (CommandResult{output, error, false}));
+}
+
+void TestEngineRunner::successMayCarryErrorText()
+{
+    Engines engines;
+    const QString engine = engines.script("engine", "echo ok\necho 'a warning' >&2\n");
+    QCOMPARE(AgentRunner(engine).run({"backup-all"}),
+             (CommandResult{QStringLiteral("ok"), QStringLiteral("a warning"), true}));
+}
+
+void TestEngineRunner::killedBySignalFails()
+{
+    Engines engines;
+    const QString engine = engines.script("engine", "echo partial\necho gone >&2\nkill -KILL $$\n");
+    const CommandResult result = AgentRunner(engine).run({"backup-all"});
+    QCOMPARE(result, (CommandResult{QStringLiteral("partial"), QStringLiteral("gone"), false}));
+    const QString terminated = engines.script("terminated", "kill -TERM $$\n");
+    QVERIFY(!AgentRunner(terminated).run({"backup-all"}).succeeded);
+}
+
+void TestEngineRunner::hugeOutputReturnsWithBoundedMemory()
+{
+    Engines engines;
+    // 10 MiB on each stream, both at once: far more than a pipe holds.
+    const QString engine =
+        engines.script("engine", "head -c 10485760 /dev/zero | tr '\\0' a &\n"
+                                 "head -c 10485760 /dev/zero | tr '\\0' b >&2 &\nwait\n");
+    // Forget earlier peaks so the high-water mark shows this run alone.
+    QFile clear(QStringLiteral("/proc/self/clear_refs"));
+    const bool peakReset = clear.open(QIODevice::WriteOnly) && clear.write("5") == 1;
+    clear.close();
+    const qint64 before = peakReset ? statusField("VmRSS:") : statusField("VmHWM:");
+    const CommandResult result = AgentRunner(engine).run({"ui-status"});
+    const qint64 peak = statusField("VmHWM:");
+    QVERIFY(result.succeeded);
+    QCOMPARE(result.output, QString(8192, QLatin1Char('a')));
+    QCOMPARE(result.error, QString(2048, QLatin1Char('b')));
+    QVERIFY(before > 0 && peak > 0);
+    const qint64 growthKib = peak - before;
+    qInfo("peak memory growth during the run: %lld KiB", growthKib);
+    QVERIFY2(growthKib < 20 * 1024, "the runner held far more than it keeps");
+}
+
+void TestEngineRunner::concurrentRunsStayApart()
+{
+    Engines engines;
+    const QString echo = engines.script(
+        "engine", "printf 'out-%s' \"$1\"\nprintf 'err-%s' \"$1\" >&2\nread -r line\n"
+                  "printf -- '-%s' \"$line\"\nexit $(( $1 % 3 ))\n");
+    const QString probe = engines.probe();
+    const QString inherited = inheritableDescriptors();
+    constexpr int runs = 50;
+    std::vector<CommandResult> results(runs);
+    std::vector<CommandResult> descriptorResults(runs);
+    std::vector<std::thread> threads;
+    std::atomic<int> ready{0};
+    for (int i = 0; i < runs; ++i) {
+        threads.emplace_back([&, i] {
+            ++ready;
+            while (ready.load() < runs)
+                std::this_thread::yield();
+            const QByteArray input = "in" + QByteArray::number(i) + "\n";
+            results[size_t(i)] = AgentRunner(echo).run({QString::number(i)}, input);
+            descriptorResults[size_t(i)] = AgentRunner(probe).run({QStringLiteral("fds")});
+        });
+    }
+    for (std::thread &thread : threads)
+        thread.join();
+    for (int i = 0; i < runs; ++i) {
+        const QString n = QString::number(i);
+        const CommandResult &result = results[size_t(i)];
+        QCOMPARE(result.output, QStringLiteral("out-%1-in%1").arg(n));
+        QCOMPARE(result.error, QStringLiteral("err-%1").arg(n));
+        QCOMPARE(result.succeeded, i % 3 == 0);
+        // No run's pipe ends leak into an engine started at the same moment.
+        QCOMPARE(descriptorResults[size_t(i)].output, inherited.trimmed());
+    }
+}
+
+QTEST_GUILESS_MAIN(TestEngineRunner)
+#include "tst_engine_runner.moc"
