@@ -341,13 +341,13 @@ private slots:
         SimProcess sim;
         const QString tree = makeTree();
         prepare(sim, {tree});
-        sim.setSpeed(QStringLiteral("5"));
+        sim.setSpeed(QStringLiteral("10"));
         QProcess *backup = sim.start({QStringLiteral("backup-all")}, this);
         QVERIFY(backup->waitForStarted(5000));
         QTRY_VERIFY_WITH_TIMEOUT(sim.status()->runtime.active, 10000);
         const QString attempt = *sim.status()->runtime.lastBackupAttemptAt;
 
-        // A second, background run leaves at once and changes nothing.
+        // A second run started in the background leaves at once and changes nothing.
         QElapsedTimer timer;
         timer.start();
         const SimResult background =
@@ -461,7 +461,7 @@ private slots:
         const QString tree = makeTree();
         prepare(sim, {tree});
         QVERIFY(sim.run({QStringLiteral("advertise-update"), QStringLiteral("9.0.0")}).succeeded());
-        sim.setSpeed(QStringLiteral("5"));
+        sim.setSpeed(QStringLiteral("10"));
         QProcess *backup = sim.start({QStringLiteral("backup-all")}, this);
         QVERIFY(backup->waitForStarted(5000));
         QTRY_VERIFY_WITH_TIMEOUT(sim.status()->runtime.active, 10000);
