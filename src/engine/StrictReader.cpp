@@ -2,18 +2,16 @@
 
 #include "RecordFields.h"
 
-#include <nlohmann/json.hpp>
+#include "StrictJsonParser.h"
 
 #include <array>
 #include <cstdint>
 #include <cstring>
 #include <limits>
-#include <string>
+#include <string_view>
 
 namespace StrictReader {
 namespace {
-
-using Json = nlohmann::json;
 
 enum class Kind : std::uint8_t {
     String,
@@ -130,12 +128,13 @@ template <class Record> void bind(Frame &frame, Record &record)
     RecordFields::forEach(record, Binder{frame});
 }
 
-QString toQString(const std::string &text)
+QString toQString(std::string_view text)
 {
     return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
-// The SAX interface of the JSON parser. Returning false stops the parse.
+// Receives the parser's events and fills the records. Returning false stops
+// the parse.
 template <class Top> class Handler
 {
 public:
@@ -185,7 +184,7 @@ public:
         return markSeen();
     }
 
-    bool number_integer(Json::number_integer_t value)
+    bool number_integer(std::int64_t value)
     {
         if (m_ignoreDepth > 0)
             return true;
@@ -202,7 +201,7 @@ public:
         return setUnsigned(*slot, quint64(value));
     }
 
-    bool number_unsigned(Json::number_unsigned_t value)
+    bool number_unsigned(std::uint64_t value)
     {
         if (m_ignoreDepth > 0)
             return true;
@@ -219,14 +218,14 @@ public:
     }
 
     // A fraction, an exponent, or an integer beyond 64 bits: never an integer.
-    bool number_float(Json::number_float_t, const std::string &)
+    bool number_float()
     {
         if (m_ignoreDepth > 0)
             return true;
         return !pendingSlot() && acceptUnknown();
     }
 
-    bool string(std::string &value)
+    bool string(std::string_view value)
     {
         if (m_ignoreDepth > 0)
             return true;
@@ -246,9 +245,7 @@ public:
         return markSeen();
     }
 
-    bool binary(Json::binary_t &) { return false; }
-
-    bool start_object(std::size_t)
+    bool start_object()
     {
         if (m_ignoreDepth > 0) {
             ++m_ignoreDepth;
@@ -289,7 +286,7 @@ public:
         }
     }
 
-    bool key(std::string &name)
+    bool key(std::string_view name)
     {
         if (m_ignoreDepth > 0)
             return true;
@@ -321,7 +318,7 @@ public:
         return true;
     }
 
-    bool start_array(std::size_t)
+    bool start_array()
     {
         if (m_ignoreDepth > 0) {
             ++m_ignoreDepth;
@@ -353,11 +350,6 @@ public:
         }
         --m_depth;
         return true;
-    }
-
-    bool parse_error(std::size_t, const std::string &, const nlohmann::detail::exception &)
-    {
-        return false;
     }
 
 private:
@@ -434,9 +426,7 @@ template <class Top> bool readTop(QByteArrayView json, Top &record)
     const char *end = begin + json.size();
     if (!begin) // an empty view may have no data at all
         begin = end = "";
-    const bool parsed =
-        Json::sax_parse(begin, end, &handler, nlohmann::detail::input_format_t::json,
-                        /*strict=*/true, /*ignore_comments=*/false);
+    const bool parsed = StrictJson::Parser<Handler<Top>>(begin, end, handler).parse();
     return parsed && handler.finished();
 }
 

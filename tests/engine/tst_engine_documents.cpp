@@ -79,6 +79,9 @@ private slots:
     void settingsBreaches_data();
     void settingsBreaches();
     void plainAndEscapedSolidusReadAlike();
+    void jsonTextRules_data();
+    void jsonTextRules();
+    void whitespaceAndByteOrderMark();
 
     // Reading the status document.
     void fullDocumentReads();
@@ -323,6 +326,74 @@ void TestEngineDocuments::plainAndEscapedSolidusReadAlike()
     QVERIFY(status);
     QCOMPARE(status->settings.sources,
              (QStringList{"/Users/alice/Documents", "/Users/alice/Photos"}));
+}
+
+void TestEngineDocuments::jsonTextRules_data()
+{
+    // Each row is the schema value and number of a settings document, and
+    // what it reads as (null: the document fails).
+    QTest::addColumn<QByteArray>("schema");
+    QTest::addColumn<QByteArray>("number");
+    QTest::addColumn<QString>("schemaRead");
+    QTest::newRow("escapes") << QByteArray(R"("\b\f\n\r\t\\\/\u00e9")") << QByteArray("1")
+                             << QStringLiteral("\b\f\n\r\t\\/\u00e9");
+    QTest::newRow("escaped quote")
+        << QByteArray("\"a\\\"b\"") << QByteArray("1") << QStringLiteral("a\"b");
+    QTest::newRow("surrogate pair escape")
+        << QByteArray(R"("\ud83d\ude00")") << QByteArray("1") << QStringLiteral("\U0001F600");
+    QTest::newRow("escaped nul") << QByteArray(R"("a\u0000b")") << QByteArray("1")
+                                 << QString::fromUtf8("a\0b", 3);
+    QTest::newRow("raw multibyte") << QByteArray("\"Gr\xc3\xbc\xc3\x9f \xf0\x9f\x98\x80\"")
+                                   << QByteArray("1") << QStringLiteral("Grüß \U0001F600");
+    QTest::newRow("empty string") << QByteArray(R"("")") << QByteArray("0") << QString("");
+    QTest::newRow("lone low surrogate")
+        << QByteArray(R"("\udc00")") << QByteArray("1") << QString();
+    QTest::newRow("high surrogate then letter")
+        << QByteArray(R"("\ud800x")") << QByteArray("1") << QString();
+    QTest::newRow("bad escape") << QByteArray(R"("\x41")") << QByteArray("1") << QString();
+    QTest::newRow("short unicode escape")
+        << QByteArray(R"("\u12")") << QByteArray("1") << QString();
+    QTest::newRow("raw control character")
+        << QByteArray("\"a\tb\"") << QByteArray("1") << QString();
+    QTest::newRow("overlong encoding")
+        << QByteArray("\"\xc0\xaf\"") << QByteArray("1") << QString();
+    QTest::newRow("encoded surrogate")
+        << QByteArray("\"\xed\xa0\x80\"") << QByteArray("1") << QString();
+    QTest::newRow("unterminated string") << QByteArray("\"abc") << QByteArray("1") << QString();
+    QTest::newRow("leading zero") << QByteArray(R"("s")") << QByteArray("01") << QString();
+    QTest::newRow("plus sign") << QByteArray(R"("s")") << QByteArray("+1") << QString();
+    QTest::newRow("bare minus") << QByteArray(R"("s")") << QByteArray("-") << QString();
+    QTest::newRow("trailing dot") << QByteArray(R"("s")") << QByteArray("1.") << QString();
+    QTest::newRow("NaN") << QByteArray(R"("s")") << QByteArray("NaN") << QString();
+    QTest::newRow("hex") << QByteArray(R"("s")") << QByteArray("0x10") << QString();
+    QTest::newRow("truncated literal") << QByteArray("tru") << QByteArray("1") << QString();
+}
+
+void TestEngineDocuments::jsonTextRules()
+{
+    QFETCH(QByteArray, schema);
+    QFETCH(QByteArray, number);
+    QFETCH(QString, schemaRead);
+    const QByteArray json = "{\"schema\":" + schema +
+                            ",\"enabled\":false,\"intervalMinutes\":" + number +
+                            ",\"sources\":[],\"exclusions\":[]}";
+    const auto read = AgentDocuments::decodeSettings(json);
+    QCOMPARE(read.has_value(), !schemaRead.isNull());
+    if (read)
+        QCOMPARE(read->schema, schemaRead);
+}
+
+void TestEngineDocuments::whitespaceAndByteOrderMark()
+{
+    const QByteArray json =
+        R"({"schema":"s","enabled":false,"intervalMinutes":1,"sources":[],"exclusions":[]})";
+    QVERIFY(AgentDocuments::decodeSettings(" \t\r\n" + json + "\n\t "));
+    QVERIFY(AgentDocuments::decodeSettings("\xef\xbb\xbf" + json));
+    QCOMPARE(AgentDocuments::decodeSettings("\v" + json), std::nullopt);
+    QCOMPARE(AgentDocuments::decodeSettings(json + "\f"), std::nullopt);
+    QCOMPARE(AgentDocuments::decodeSettings(json + ","), std::nullopt);
+    QCOMPARE(AgentDocuments::decodeSettings(QByteArray(json).replace(":", " :\n ")),
+             AgentDocuments::decodeSettings(json));
 }
 
 void TestEngineDocuments::fullDocumentReads()
