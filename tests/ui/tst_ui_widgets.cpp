@@ -1,0 +1,268 @@
+#include "BetaWarning.h"
+#include "ConnectionSection.h"
+#include "DialogFolderChooser.h"
+#include "DotWidget.h"
+#include "MessageCard.h"
+#include "StatusBadge.h"
+#include "Symbols.h"
+#include "UiTestSupport.h"
+#include "VersionCapsule.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLabel>
+#include <QListView>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolButton>
+#include <QTreeView>
+
+class TestUiWidgets : public QObject
+{
+    Q_OBJECT
+
+    template <typename T> static T *child(const QWidget &parent, const char *name)
+    {
+        T *found = parent.findChild<T *>(QLatin1String(name));
+        if (!found)
+            qFatal("no child %s", name);
+        return found;
+    }
+
+    static RuntimeStatus runningUpload()
+    {
+        RuntimeStatus r = UiTest::status("backing-up").runtime;
+        r.active = true;
+        BackupProgressStatus p = UiTest::progress("uploading");
+        p.sourceIndex = 2;
+        p.sourceCount = 3;
+        p.totalObjects = 10;
+        p.objectsUploaded = 7;
+        p.objectsReused = 6;
+        p.lastProgressAt = "2025-03-01T14:05:09.250Z";
+        p.elapsedSeconds = 61;
+        r.backupProgress = p;
+        return r;
+    }
+
+private slots:
+    void initTestCase() { UiTest::pinLocaleAndZone(); }
+
+    void badgeWithoutRecord()
+    {
+        StatusBadge badge;
+        QCOMPARE(badge.dot()->color(), colorForRole(ColorRole::Red, badge.palette()));
+        QCOMPARE(child<QLabel>(badge, "badgeTitle")->text(), QStringLiteral("Checking status"));
+        QCOMPARE(child<QLabel>(badge, "badgeMessage")->text(),
+                 QStringLiteral("Reading the local ZQB Agent state\u2026"));
+        QVERIFY(child<QLabel>(badge, "badgeError")->isHidden());
+        QVERIFY(child<QWidget>(badge, "badgeProgress")->isHidden());
+    }
+
+    void badgeShowsProgress()
+    {
+        StatusBadge badge;
+        badge.setState(badgeState(runningUpload()));
+        QCOMPARE(badge.dot()->color(), colorForRole(ColorRole::Blue, badge.palette()));
+        QCOMPARE(child<QLabel>(badge, "badgeTitle")->text(), QStringLiteral("Backing Up"));
+        QVERIFY(!child<QWidget>(badge, "badgeProgress")->isHidden());
+        auto *bar = child<QProgressBar>(badge, "badgeBar");
+        QVERIFY(!bar->isHidden());
+        QCOMPARE(bar->value(), bar->maximum()); // 13 of 10 is capped: full
+        QVERIFY(bar->maximumWidth() <= 240);
+        QVERIFY(child<QWidget>(badge, "badgeSpinner")->isHidden());
+        QCOMPARE(child<QLabel>(badge, "badgePhase")->text(),
+                 QStringLiteral("Folder 2/3 \u00b7 7/10 uploaded \u00b7 6 reused"));
+        QCOMPARE(child<QLabel>(badge, "badgeLastProgress")->text(),
+                 QStringLiteral("Last progress recently"));
+        QCOMPARE(child<QLabel>(badge, "badgeElapsed")->text(),
+                 QStringLiteral("Elapsed time 1 min 1 sec"));
+    }
+
+    void badgeSpinnerWhenIndeterminate()
+    {
+        StatusBadge badge;
+        RuntimeStatus r = runningUpload();
+        r.backupProgress->totalObjects = 0;
+        r.backupProgress->lastProgressAt.reset();
+        r.backupProgress->elapsedSeconds.reset();
+        badge.setState(badgeState(r));
+        QVERIFY(child<QProgressBar>(badge, "badgeBar")->isHidden());
+        QVERIFY(!child<QWidget>(badge, "badgeSpinner")->isHidden());
+        QVERIFY(child<QLabel>(badge, "badgeLastProgress")->isHidden());
+        QVERIFY(child<QLabel>(badge, "badgeElapsed")->isHidden());
+    }
+
+    void badgeErrorLineAndBackToIdle()
+    {
+        StatusBadge badge;
+        RuntimeStatus r = runningUpload();
+        r.lastError = "Target went away";
+        badge.setState(badgeState(r));
+        QCOMPARE(child<QLabel>(badge, "badgeError")->text(), QStringLiteral("Target went away"));
+        QVERIFY(!child<QLabel>(badge, "badgeError")->isHidden());
+        r.lastError = "";
+        r.active = false;
+        badge.setState(badgeState(r));
+        QVERIFY(child<QLabel>(badge, "badgeError")->isHidden());
+        QVERIFY(child<QWidget>(badge, "badgeProgress")->isHidden());
+    }
+
+    void badgeRecoloursWithThePalette()
+    {
+        QWidget parent;
+        auto *badge = new StatusBadge(&parent);
+        badge->setState(badgeState(UiTest::status("connected").runtime));
+        QPalette dark = parent.palette();
+        dark.setColor(QPalette::Window, QColor(30, 30, 30));
+        dark.setColor(QPalette::WindowText, QColor(230, 230, 230));
+        parent.setPalette(dark);
+        QCOMPARE(badge->dot()->color(), colorForRole(ColorRole::Green, dark));
+        QVERIFY(colorForRole(ColorRole::Green, dark) !=
+                colorForRole(ColorRole::Green, QApplication::style()->standardPalette()));
+    }
+
+    void messageCardFitsThreeLinesAndDismisses()
+    {
+        MessageCard card(ColorRole::Red);
+        card.resize(420, 100);
+        const QString longText = QString("A long message about a failed backup. ").repeated(12);
+        card.setText(longText);
+        card.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&card));
+        const QString shown = card.shownText();
+        QCOMPARE(shown.count(QLatin1Char('\n')), 2);
+        QVERIFY(shown.endsWith(QChar(0x2026)));
+        QCOMPARE(card.text(), longText);
+
+        card.setText(QStringLiteral("Short"));
+        QCOMPARE(card.shownText(), QStringLiteral("Short"));
+
+        QToolButton *dismiss = card.dismissButton();
+        QCOMPARE(dismiss->accessibleName(), QStringLiteral("Dismiss"));
+        QVERIFY(!dismiss->icon().isNull());
+        QSignalSpy dismissed(&card, &MessageCard::dismissed);
+        QTest::mouseClick(dismiss, Qt::LeftButton);
+        QCOMPARE(dismissed.count(), 1);
+    }
+
+    void capsuleShowsLabel()
+    {
+        VersionCapsule capsule;
+        capsule.setState({"Latest version", ColorRole::Green, Symbol::CheckCircle});
+        QCOMPARE(capsule.accessibleName(), QStringLiteral("Latest version"));
+        QVERIFY(capsule.sizeHint().width() > capsule.fontMetrics().horizontalAdvance("Latest"));
+        // The capsule is filled with its colour at 10 % opacity over the window.
+        const QImage image = capsule.grab().toImage();
+        const QColor fill = image.pixelColor(image.width() - 3, image.height() / 2);
+        const QColor green = colorForRole(ColorRole::Green, capsule.palette());
+        const QColor window = capsule.palette().color(QPalette::Window);
+        const auto blend = [](int under, int over) { return under * 0.9 + over * 0.1; };
+        QVERIFY(qAbs(fill.red() - blend(window.red(), green.red())) <= 3);
+        QVERIFY(qAbs(fill.green() - blend(window.green(), green.green())) <= 3);
+        QVERIFY(qAbs(fill.blue() - blend(window.blue(), green.blue())) <= 3);
+    }
+
+    void connectionSectionRendersRows()
+    {
+        ConnectionSection section;
+        QCOMPARE(section.title(), QStringLiteral("Connection and compatibility"));
+        QCOMPARE(section.shownRows(), connectionState(std::nullopt, false).rows);
+        QVERIFY(section.updateCard()->isHidden());
+        QCOMPARE(section.checkButton()->text(), QStringLiteral("Check service"));
+
+        AgentUIStatus s = UiTest::status();
+        s.runtime.agentUpdateAvailable = true;
+        s.runtime.latestAgentVersion = "2.4.1";
+        section.setState(connectionState(s, true));
+        QVERIFY(!section.updateCard()->isHidden());
+        QVERIFY(!section.installButton()->isEnabled());
+        QVERIFY(!section.checkButton()->isEnabled());
+        QCOMPARE(section.checkButton()->text(), QStringLiteral("Check connection"));
+        QCOMPARE(section.shownRows().at(3), (DetailRow{"Latest compatible agent", "2.4.1"}));
+
+        section.setState(connectionState(s, false));
+        QSignalSpy install(&section, &ConnectionSection::installRequested);
+        QSignalSpy check(&section, &ConnectionSection::checkRequested);
+        QTest::mouseClick(section.installButton(), Qt::LeftButton);
+        QTest::mouseClick(section.checkButton(), Qt::LeftButton);
+        QCOMPARE(install.count(), 1);
+        QCOMPARE(check.count(), 1);
+    }
+
+    void betaWarning()
+    {
+        BetaWarning warning;
+        QCOMPARE(warning.text(), QStringLiteral("Beta: keep an independent verified backup. Test "
+                                                "restoring before relying on ZQB for important "
+                                                "data."));
+        const QPixmap icon = child<QLabel>(warning, "betaWarningIcon")->pixmap();
+        QVERIFY(!icon.isNull());
+    }
+
+    void symbolsAreBundledAndTinted_data()
+    {
+        QTest::addColumn<Symbol>("symbol");
+        QTest::newRow("drive") << Symbol::DriveCheck;
+        QTest::newRow("folder") << Symbol::Folder;
+        QTest::newRow("minus") << Symbol::MinusCircle;
+        QTest::newRow("xmark") << Symbol::XMark;
+        QTest::newRow("arrow") << Symbol::ArrowDownCircle;
+        QTest::newRow("check") << Symbol::CheckCircle;
+        QTest::newRow("warning") << Symbol::WarningTriangle;
+        QTest::newRow("clock") << Symbol::Clock;
+    }
+    void symbolsAreBundledAndTinted()
+    {
+        QFETCH(Symbol, symbol);
+        const QColor tint(200, 40, 10);
+        const QImage image = Symbols::pixmap(symbol, tint, QSize(32, 32)).toImage();
+        QCOMPARE(image.size(), QSize(32, 32));
+        int opaque = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor c = image.pixelColor(x, y);
+                if (c.alpha() == 255) {
+                    ++opaque;
+                    QCOMPARE(c.rgb(), tint.rgb());
+                }
+            }
+        QVERIFY2(opaque > 20, "the symbol draws something");
+        QVERIFY(opaque < 32 * 32);
+    }
+
+    void appIconRendersAtDesktopSizes()
+    {
+        const QIcon icon = Symbols::appIcon();
+        for (int side : {16, 32, 256}) {
+            const QImage image = icon.pixmap(side, side).toImage();
+            QCOMPARE(image.width(), side);
+            QVERIFY(image.pixelColor(side / 2, side / 2).alpha() > 0);
+        }
+    }
+
+    void folderChooserSettings()
+    {
+        DialogFolderChooser chooser;
+        const std::unique_ptr<QFileDialog> dialog = chooser.createDialog();
+        QCOMPARE(dialog->windowTitle(), QStringLiteral("Choose folders ZQB should protect"));
+        QCOMPARE(dialog->labelText(QFileDialog::Accept), QStringLiteral("Protect folders"));
+        QCOMPARE(dialog->fileMode(), QFileDialog::Directory);
+        QVERIFY(dialog->testOption(QFileDialog::DontUseNativeDialog));
+        QVERIFY(dialog->testOption(QFileDialog::ShowDirsOnly));
+        QVERIFY(dialog->testOption(QFileDialog::ReadOnly));
+        auto *list = dialog->findChild<QListView *>(QStringLiteral("listView"));
+        auto *tree = dialog->findChild<QTreeView *>(QStringLiteral("treeView"));
+        QVERIFY(list && tree);
+        QCOMPARE(list->selectionMode(), QAbstractItemView::ExtendedSelection);
+        QCOMPARE(tree->selectionMode(), QAbstractItemView::ExtendedSelection);
+        // ReadOnly hides the "new folder" button.
+        auto *newFolder = dialog->findChild<QToolButton *>(QStringLiteral("newFolderButton"));
+        QVERIFY(!newFolder || !newFolder->isVisibleTo(dialog.get()) || !newFolder->isEnabled());
+    }
+};
+
+QTEST_MAIN(TestUiWidgets)
+#include "tst_ui_widgets.moc"
