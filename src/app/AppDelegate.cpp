@@ -30,7 +30,7 @@ void AppDelegate::applicationDidFinishLaunching()
     m_menu->addAction(checkConnectionTitle, this, &AppDelegate::checkConnection);
     m_menu->addSeparator();
     QAction *quitAction = m_menu->addAction(quitTitle, this, &AppDelegate::quit);
-    quitAction->setShortcut(QKeySequence::Quit);
+    quitAction->setShortcut(quitShortcut());
     quitAction->setMenuRole(QAction::QuitRole);
 
     m_statusItem = std::make_unique<QSystemTrayIcon>();

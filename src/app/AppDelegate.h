@@ -1,16 +1,17 @@
 #pragma once
 
+#include <QKeySequence>
 #include <QObject>
 #include <QPointer>
 #include <QString>
 #include <QVariantMap>
+#include <QWidget>
 
 #include <functional>
 #include <memory>
 
 class QMenu;
 class QSystemTrayIcon;
-class QWidget;
 
 // The app's permanent presence in the tray: a status item whose colour follows
 // the engine's state and whose menu opens the window, asks for a connection
@@ -33,6 +34,9 @@ public:
     static inline const QString openTitle = QStringLiteral("Open ZQB Agent");
     static inline const QString checkConnectionTitle = QStringLiteral("Check Connection");
     static inline const QString quitTitle = QStringLiteral("Quit ZQB Agent");
+
+    // Ctrl+Q (Command-Q on macOS), also where the platform theme names no quit key.
+    static QKeySequence quitShortcut() { return QKeySequence(Qt::CTRL | Qt::Key_Q); }
 
     explicit AppDelegate(QObject *parent = nullptr);
     ~AppDelegate() override;

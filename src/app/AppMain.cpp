@@ -3,10 +3,10 @@
 #include "AppDelegate.h"
 #include "MainWindow.h"
 #include "SingleInstance.h"
+#include "Symbols.h"
 
 #include <QApplication>
 #include <QDBusConnection>
-#include <QIcon>
 
 int runAgentApp(int &argc, char **argv, ZQBAgentApplication::Options options,
                 std::function<void(ZQBAgentApplication &)> afterLaunch)
@@ -16,7 +16,7 @@ int runAgentApp(int &argc, char **argv, ZQBAgentApplication::Options options,
     QApplication::setApplicationDisplayName(QStringLiteral("ZQB Agent"));
     QApplication::setApplicationVersion(QStringLiteral(ZQB_APP_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("zqb-agent"));
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/zqb-agent.svg")));
+    QApplication::setWindowIcon(Symbols::appIcon());
 
     SingleInstance instance(QDBusConnection::sessionBus());
     if (instance.claim() == SingleInstance::Role::Secondary)

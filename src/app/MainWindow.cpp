@@ -1,6 +1,7 @@
 #include "MainWindow.h"
 
 #include "AgentView.h"
+#include "AppDelegate.h"
 
 #include <QAction>
 #include <QKeySequence>
@@ -12,7 +13,7 @@ MainWindow::MainWindow(AgentModel &model, QWidget *parent) : QMainWindow(parent)
     setCentralWidget(new AgentView(model, scheduleIntervals, this));
 
     auto *quitAction = new QAction(QStringLiteral("Quit ZQB Agent"), this);
-    quitAction->setShortcut(QKeySequence::Quit);
+    quitAction->setShortcut(AppDelegate::quitShortcut());
     quitAction->setShortcutContext(Qt::WindowShortcut);
     connect(quitAction, &QAction::triggered, this, &MainWindow::quitRequested);
     addAction(quitAction);
