@@ -46,7 +46,7 @@ QSize VersionCapsule::sizeHint() const
     const QFontMetrics metrics(labelFont());
     const int width =
         padding + iconSide() + gap + metrics.horizontalAdvance(m_state.label) + padding;
-    const int height = qMax(metrics.height(), iconSide()) + 2 * 4;
+    const int height = qMax(metrics.height(), iconSide()) + 2 * padding;
     return QSize(width, height);
 }
 

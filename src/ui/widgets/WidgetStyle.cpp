@@ -61,8 +61,11 @@ void makeProminent(QPushButton *button)
         button->parentWidget() ? button->parentWidget()->palette() : button->palette();
     QPalette palette = button->palette();
     // Disabled keeps the ordinary look, so a greyed-out button reads as such.
+    // On light backgrounds the accent is deepened so white text stays legible.
+    const bool dark = isDarkPalette(inherited);
     for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-        palette.setColor(group, QPalette::Button, inherited.color(group, QPalette::Highlight));
+        const QColor accent = inherited.color(group, QPalette::Highlight);
+        palette.setColor(group, QPalette::Button, accent.darker(dark ? 125 : 135));
         palette.setColor(group, QPalette::ButtonText,
                          inherited.color(group, QPalette::HighlightedText));
     }
