@@ -44,21 +44,46 @@ QByteArray realisticStatus()
     status.agentVersion = QStringLiteral("1.4.2");
     status.settings.enabled = true;
     status.settings.intervalMinutes = 60;
-    const char *folders[] = {"Documents", "Desktop", "Pictures/Photo Library", "Music",
-                             "Projects/website", "Projects/thesis", "Mail archive",
-                             "Movies/Family", "Downloads/keep", "Work/Clients",
-                             "Work/Invoices 2025", "Notes", "Library/Mobile Documents",
-                             "Projects/app/src", "Projects/app/assets", "Family/Scans",
-                             "Family/Recipes", "Archive/2019", "Archive/2020", "Archive/2021",
-                             "Archive/2022", "Archive/2023", "Archive/2024", "Studio/Sessions",
-                             "Studio/Mixes", "Studio/Stems", "Video/Raw footage",
-                             "Video/Exports", "Teaching/Courses", "Teaching/Grades",
-                             "Volunteering", "Taxes", "Health records", "Garden plans"};
+    const char *folders[] = {"Documents",
+                             "Desktop",
+                             "Pictures/Photo Library",
+                             "Music",
+                             "Projects/website",
+                             "Projects/thesis",
+                             "Mail archive",
+                             "Movies/Family",
+                             "Downloads/keep",
+                             "Work/Clients",
+                             "Work/Invoices 2025",
+                             "Notes",
+                             "Library/Mobile Documents",
+                             "Projects/app/src",
+                             "Projects/app/assets",
+                             "Family/Scans",
+                             "Family/Recipes",
+                             "Archive/2019",
+                             "Archive/2020",
+                             "Archive/2021",
+                             "Archive/2022",
+                             "Archive/2023",
+                             "Archive/2024",
+                             "Studio/Sessions",
+                             "Studio/Mixes",
+                             "Studio/Stems",
+                             "Video/Raw footage",
+                             "Video/Exports",
+                             "Teaching/Courses",
+                             "Teaching/Grades",
+                             "Volunteering",
+                             "Taxes",
+                             "Health records",
+                             "Garden plans"};
     for (const char *folder : folders)
         status.settings.sources << QStringLiteral("/Users/alice/") + QLatin1String(folder);
-    status.settings.exclusions = {"*.tmp", "*.cache", "node_modules", ".DS_Store", "*.partial",
-                                  "Thumbs.db", "build/", ".git/objects", "*.swp",
-                                  "Caches/", "*.iso", "VirtualBox VMs/", "*.dmg"};
+    status.settings.exclusions = {"*.tmp",     "*.cache",   "node_modules", ".DS_Store",
+                                  "*.partial", "Thumbs.db", "build/",       ".git/objects",
+                                  "*.swp",     "Caches/",   "*.iso",        "VirtualBox VMs/",
+                                  "*.dmg"};
     status.transferPolicy.bandwidthLimitKibPerSecond = 4096;
     status.transferPolicy.allowMeteredNetwork = false;
     status.transferPolicy.preferredTargetDeviceId =
