@@ -24,7 +24,7 @@ cmake --build "$build" --target zqb-agent-app zqb-engine-sim -j "$(nproc)"
 
 mkdir -p "$build/engine-state"
 export ZQB_SIM_STATE="$build/engine-state"
-# Fast enough to watch a backup run from start to finish in under a minute.
-export ZQB_SIM_SPEED="${ZQB_SIM_SPEED:-20}"
+# A small folder takes about 15 seconds: slow enough to watch, quick enough to wait for.
+export ZQB_SIM_SPEED="${ZQB_SIM_SPEED:-1}"
 echo "Starting ZQB Agent with the stand-in engine (state in $ZQB_SIM_STATE)."
 exec "$build/src/app/zqb-agent-app"

@@ -1,0 +1,23 @@
+// The app as the end-to-end tests run it: the same shell, with the engine
+// path fixed at build time to the test wrapper around the stand-in engine,
+// folders chosen from a file, and the test probe on the session bus.
+#include "AppMain.h"
+#include "ScriptedFolderChooser.h"
+#include "TestProbe.h"
+
+#include <QCoreApplication>
+
+int main(int argc, char **argv)
+{
+    ZQBAgentApplication::Options options{
+        AgentRunner(QStringLiteral(ZQB_E2E_ENGINE_PATH)),
+        [] {
+            return std::make_unique<ScriptedFolderChooser>(
+                qEnvironmentVariable("ZQB_E2E_FOLDERS"));
+        }};
+    return runAgentApp(argc, argv, std::move(options), [](ZQBAgentApplication &) {
+        auto *probe = new TestProbe(qApp);
+        if (!probe->registerOnSessionBus())
+            qWarning("test probe: cannot register on the session bus");
+    });
+}

@@ -1,0 +1,685 @@
+#include "E2eSession.h"
+
+#include <QDBusArgument>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QTest>
+#include <QtEndian>
+
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <functional>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+const QString appService = QStringLiteral("local.zqb.agent");
+const QString probePath = QStringLiteral("/Test");
+const QString probeInterface = QStringLiteral("local.zqb.agent.Test");
+const QString watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+
+bool waitUntil(const std::function<bool()> &condition, int timeoutMs)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (timer.elapsed() > timeoutMs)
+            return false;
+        QTest::qWait(25);
+    }
+    return true;
+}
+
+bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+           file.write(bytes) == bytes.size();
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString tail(const QString &path)
+{
+    const QByteArray bytes = readFile(path);
+    return QString::fromUtf8(bytes.right(2000));
+}
+
+QVariant unwrap(const QVariant &value)
+{
+    if (value.canConvert<QDBusVariant>() && value.metaType() == QMetaType::fromType<QDBusVariant>())
+        return value.value<QDBusVariant>().variant();
+    return value;
+}
+
+// One node of a com.canonical.dbusmenu layout: (ia{sv}av).
+struct LayoutNode
+{
+    int id = 0;
+    QVariantMap properties;
+    QList<LayoutNode> children;
+};
+
+void readLayout(const QDBusArgument &argument, LayoutNode &node)
+{
+    argument.beginStructure();
+    argument >> node.id;
+    argument >> node.properties;
+    argument.beginArray();
+    while (!argument.atEnd()) {
+        QDBusVariant child;
+        argument >> child;
+        LayoutNode childNode;
+        readLayout(child.variant().value<QDBusArgument>(), childNode);
+        node.children << childNode;
+    }
+    argument.endArray();
+    argument.endStructure();
+}
+
+QStringList readShortcut(const QVariant &value)
+{
+    QStringList keys;
+    if (value.metaType() != QMetaType::fromType<QDBusArgument>())
+        return keys;
+    const QDBusArgument argument = value.value<QDBusArgument>();
+    argument.beginArray();
+    while (!argument.atEnd()) {
+        QStringList chord;
+        argument >> chord;
+        keys << chord;
+    }
+    argument.endArray();
+    return keys;
+}
+
+QImage imageFromIconPixmaps(const QVariant &value)
+{
+    QImage best;
+    if (value.metaType() != QMetaType::fromType<QDBusArgument>())
+        return best;
+    const QDBusArgument argument = value.value<QDBusArgument>();
+    argument.beginArray();
+    while (!argument.atEnd()) {
+        int width = 0;
+        int height = 0;
+        QByteArray data;
+        argument.beginStructure();
+        argument >> width >> height >> data;
+        argument.endStructure();
+        if (width <= 0 || height <= 0 || data.size() < qsizetype(width) * height * 4)
+            continue;
+        if (!best.isNull() && width * height <= best.width() * best.height())
+            continue;
+        // Pixels travel as ARGB32 in network byte order.
+        QImage image(width, height, QImage::Format_ARGB32);
+        const auto *pixels = reinterpret_cast<const uchar *>(data.constData());
+        for (int y = 0; y < height; ++y) {
+            auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
+            for (int x = 0; x < width; ++x)
+                line[x] = qFromBigEndian<quint32>(pixels + 4 * (y * width + x));
+        }
+        best = image;
+    }
+    argument.endArray();
+    return best;
+}
+
+} // namespace
+
+E2eSession::E2eSession()
+{
+    static std::atomic<int> sessions{0};
+    m_connectionName = QStringLiteral("e2e-session-%1").arg(++sessions);
+    if (qEnvironmentVariableIsSet("ZQB_E2E_KEEP"))
+        m_dir.setAutoRemove(false);
+}
+
+E2eSession::~E2eSession()
+{
+    stop(m_secondLaunch);
+    stop(m_app);
+    stop(m_tray);
+    stop(m_notifications);
+    stop(m_xServer);
+    QDBusConnection::disconnectFromBus(m_connectionName);
+    stop(m_busDaemon);
+    endOrphans();
+}
+
+void E2eSession::becomeSubreaper()
+{
+    // Engines the app started are reparented to us when the app ends, so the
+    // teardown can find and end them.
+    ::prctl(PR_SET_CHILD_SUBREAPER, 1);
+}
+
+std::unique_ptr<QProcess> E2eSession::startProcess(const QString &program,
+                                                   const QStringList &arguments,
+                                                   const QString &logName)
+{
+    auto process = std::make_unique<QProcess>();
+    process->setProgram(program);
+    process->setArguments(arguments);
+    process->setProcessEnvironment(m_env);
+    process->setStandardInputFile(QProcess::nullDevice());
+    if (!logName.isEmpty()) {
+        process->setStandardOutputFile(path(logName + QStringLiteral(".out")), QIODevice::Append);
+        process->setStandardErrorFile(path(logName + QStringLiteral(".err")), QIODevice::Append);
+    }
+    process->start();
+    return process;
+}
+
+void E2eSession::stop(std::unique_ptr<QProcess> &process)
+{
+    if (!process)
+        return;
+    if (process->state() != QProcess::NotRunning) {
+        process->terminate();
+        if (!process->waitForFinished(3000)) {
+            process->kill();
+            process->waitForFinished(3000);
+        }
+    }
+    process.reset();
+}
+
+void E2eSession::endOrphans()
+{
+    const QByteArray self = QByteArray::number(getpid());
+    for (int round = 0; round < 20; ++round) {
+        QList<pid_t> children;
+        const QStringList entries = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+        for (const QString &entry : entries) {
+            bool number = false;
+            const pid_t pid = entry.toInt(&number);
+            if (!number)
+                continue;
+            const QByteArray stat = readFile(QStringLiteral("/proc/%1/stat").arg(pid));
+            const qsizetype close = stat.lastIndexOf(')');
+            if (close < 0)
+                continue;
+            const QList<QByteArray> fields = stat.mid(close + 2).split(' ');
+            if (fields.size() > 1 && fields[1] == self)
+                children << pid;
+        }
+        if (children.isEmpty())
+            return;
+        for (pid_t pid : children) {
+            ::kill(pid, SIGKILL);
+            ::waitpid(pid, nullptr, 0);
+        }
+    }
+}
+
+bool E2eSession::startDesktop(QString *why)
+{
+    auto fail = [why](const QString &reason) {
+        if (why)
+            *why = reason;
+        return false;
+    };
+    if (!m_dir.isValid())
+        return fail(QStringLiteral("no temporary directory"));
+    QDir root(m_dir.path());
+    for (const char *name : {"run", "state", "home", "config", "cache", "data", "folders"})
+        root.mkpath(QString::fromLatin1(name));
+    QFile::setPermissions(path(QStringLiteral("run")),
+                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+
+    // A bus of our own that activates nothing: every service on it is one we started.
+    const QString busConfig = path(QStringLiteral("session.conf"));
+    writeFile(busConfig, QStringLiteral(R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:dir=%1</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)")
+                                .arg(path(QStringLiteral("run")))
+                                .toUtf8());
+
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"DBUS_SESSION_BUS_ADDRESS", "WAYLAND_DISPLAY", "XAUTHORITY",
+                             "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE", "DESKTOP_SESSION",
+                             "QT_QPA_PLATFORMTHEME", "SESSION_MANAGER", "ZQB_E2E_HANG_COMMAND"})
+        env.remove(QString::fromLatin1(name));
+    env.insert(QStringLiteral("XDG_RUNTIME_DIR"), path(QStringLiteral("run")));
+    env.insert(QStringLiteral("XDG_CONFIG_HOME"), path(QStringLiteral("config")));
+    env.insert(QStringLiteral("XDG_CACHE_HOME"), path(QStringLiteral("cache")));
+    env.insert(QStringLiteral("XDG_DATA_HOME"), path(QStringLiteral("data")));
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    env.insert(QStringLiteral("NO_AT_BRIDGE"), QStringLiteral("1"));
+    env.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    env.insert(QStringLiteral("ZQB_SIM_STATE"), stateDirectory());
+    env.insert(QStringLiteral("ZQB_SIM_SPEED"), QStringLiteral("100"));
+    env.insert(QStringLiteral("ZQB_E2E_FOLDERS"), path(QStringLiteral("chosen-folders.txt")));
+    env.insert(QStringLiteral("ZQB_E2E_ENGINE_LOG"), path(QStringLiteral("engine-runs.log")));
+    env.insert(QStringLiteral("ZQB_E2E_NOTIFY_LOG"), path(QStringLiteral("notifications.log")));
+    m_env = env;
+
+    m_busDaemon = startProcess(QStringLiteral("dbus-daemon"),
+                               {QStringLiteral("--config-file=") + busConfig,
+                                QStringLiteral("--nofork"), QStringLiteral("--print-address")},
+                               {});
+    if (!m_busDaemon->waitForStarted(5000))
+        return fail(QStringLiteral("dbus-daemon did not start"));
+    QElapsedTimer timer;
+    timer.start();
+    while (!m_busDaemon->canReadLine() && timer.elapsed() < 10000)
+        m_busDaemon->waitForReadyRead(200);
+    m_busAddress = QString::fromUtf8(m_busDaemon->readLine().trimmed());
+    if (m_busAddress.isEmpty())
+        return fail(QStringLiteral("dbus-daemon printed no address"));
+    m_env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_busAddress);
+    if (!bus().isConnected())
+        return fail(QStringLiteral("cannot connect to the private bus: ") +
+                    bus().lastError().message());
+
+    // An X server on whichever display is free; it tells us which.
+    int fds[2];
+    if (::pipe(fds) != 0)
+        return fail(QStringLiteral("pipe failed"));
+    ::fcntl(fds[0], F_SETFD, FD_CLOEXEC);
+    m_xServer = startProcess(QStringLiteral("Xvfb"),
+                             {QStringLiteral("-displayfd"), QString::number(fds[1]),
+                              QStringLiteral("-screen"), QStringLiteral("0"),
+                              QStringLiteral("1280x1024x24"), QStringLiteral("-nolisten"),
+                              QStringLiteral("tcp"), QStringLiteral("-noreset")},
+                             QStringLiteral("xvfb"));
+    ::close(fds[1]);
+    QByteArray displayNumber;
+    pollfd poller{fds[0], POLLIN, 0};
+    timer.restart();
+    while (!displayNumber.contains('\n') && timer.elapsed() < 15000) {
+        if (::poll(&poller, 1, 200) > 0) {
+            char buffer[32];
+            const ssize_t got = ::read(fds[0], buffer, sizeof buffer);
+            if (got <= 0)
+                break;
+            displayNumber.append(buffer, got);
+        }
+    }
+    ::close(fds[0]);
+    if (!displayNumber.contains('\n'))
+        return fail(QStringLiteral("Xvfb did not start: ") + tail(path("xvfb.err")));
+    m_display = QLatin1Char(':') + QString::fromLatin1(displayNumber.trimmed());
+    m_env.insert(QStringLiteral("DISPLAY"), m_display);
+
+    // A real notification server, recording every notification it shows.
+    const QString dunstrc = path(QStringLiteral("dunstrc"));
+    writeFile(dunstrc, QStringLiteral(R"([global]
+    monitor = 0
+    follow = none
+    font = DejaVu Sans 10
+    idle_threshold = 0
+    show_indicators = no
+    startup_notification = false
+
+[record_everything]
+    summary = "*"
+    script = %1
+)")
+                           .arg(QStringLiteral(ZQB_E2E_RECORD_SCRIPT))
+                           .toUtf8());
+    m_notifications = startProcess(QStringLiteral("dunst"), {QStringLiteral("-config"), dunstrc},
+                                   QStringLiteral("dunst"));
+    if (!waitForBusName(QStringLiteral("org.freedesktop.Notifications"), 15000))
+        return fail(QStringLiteral("dunst did not take the notification service: ") +
+                    tail(path("dunst.err")));
+
+    m_tray = startProcess(QStringLiteral(ZQB_E2E_SNI_HOST), {}, QStringLiteral("tray"));
+    if (!waitForBusName(watcherService, 15000))
+        return fail(QStringLiteral("the tray host did not start: ") + tail(path("tray.err")));
+    return true;
+}
+
+bool E2eSession::startApp(QString *why, const QString &hangCommand)
+{
+    auto fail = [why](const QString &reason) {
+        if (why)
+            *why = reason;
+        return false;
+    };
+    QProcessEnvironment saved = m_env;
+    if (!hangCommand.isEmpty())
+        m_env.insert(QStringLiteral("ZQB_E2E_HANG_COMMAND"), hangCommand);
+    m_app = startProcess(QStringLiteral(ZQB_E2E_APP), {}, QStringLiteral("app"));
+    m_env = saved;
+    if (!hangCommand.isEmpty())
+        m_env.insert(QStringLiteral("ZQB_E2E_HANG_COMMAND"), hangCommand);
+
+    const bool shown = waitUntil(
+        [this] {
+            return m_app->state() == QProcess::NotRunning ||
+                   window().value(QStringLiteral("visible")).toBool();
+        },
+        30000);
+    if (!shown || m_app->state() == QProcess::NotRunning)
+        return fail(QStringLiteral("the app did not show its window: ") + tail(path("app.err")));
+    return true;
+}
+
+QProcess *E2eSession::launchAgain()
+{
+    m_secondLaunch = startProcess(QStringLiteral(ZQB_E2E_APP), {}, QStringLiteral("second"));
+    return m_secondLaunch.get();
+}
+
+QString E2eSession::stateDirectory() const
+{
+    return path(QStringLiteral("state"));
+}
+
+QDBusConnection E2eSession::bus() const
+{
+    QDBusConnection connection(m_connectionName);
+    if (connection.isConnected())
+        return connection;
+    return QDBusConnection::connectToBus(m_busAddress, m_connectionName);
+}
+
+bool E2eSession::waitForBusName(const QString &name, int timeoutMs) const
+{
+    return waitUntil([&] { return bus().interface()->isServiceRegistered(name).value(); },
+                     timeoutMs);
+}
+
+QVariant E2eSession::probeCall(const QString &method, const QVariantList &arguments,
+                               int timeoutMs) const
+{
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(appService, probePath, probeInterface, method);
+    call.setArguments(arguments);
+    const QDBusMessage reply = bus().call(call, QDBus::Block, timeoutMs);
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+        return {};
+    return reply.arguments().constFirst();
+}
+
+QJsonArray E2eSession::widgets(QString *why) const
+{
+    const QVariant answer = probeCall(QStringLiteral("Widgets"));
+    if (!answer.isValid() && why)
+        *why = QStringLiteral("the app's probe did not answer");
+    return QJsonDocument::fromJson(answer.toString().toUtf8()).array();
+}
+
+bool E2eSession::showsText(const QString &text) const
+{
+    const QJsonArray all = widgets();
+    return std::any_of(all.begin(), all.end(), [&](const QJsonValue &widget) {
+        return widget[QStringLiteral("text")].toString() == text;
+    });
+}
+
+QString E2eSession::describeWidgets() const
+{
+    QStringList lines;
+    for (const QJsonValue &widget : widgets()) {
+        lines << QStringLiteral("%1 name=\"%2\" text=\"%3\"%4")
+                     .arg(widget[QStringLiteral("class")].toString(),
+                          widget[QStringLiteral("name")].toString(),
+                          widget[QStringLiteral("text")].toString().left(80),
+                          widget[QStringLiteral("enabled")].toBool() ? QString()
+                                                                     : QStringLiteral(" disabled"));
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+QString E2eSession::valueBeside(const QString &label) const
+{
+    const QJsonArray all = widgets();
+    QJsonObject anchor;
+    for (const QJsonValue &widget : all)
+        if (widget[QStringLiteral("text")].toString() == label &&
+            widget[QStringLiteral("class")].toString() == QStringLiteral("QLabel"))
+            anchor = widget.toObject();
+    if (anchor.isEmpty())
+        return {};
+    const int middle = anchor[QStringLiteral("y")].toInt() + anchor[QStringLiteral("height")].toInt() / 2;
+    const int right = anchor[QStringLiteral("x")].toInt() + anchor[QStringLiteral("width")].toInt();
+    QString value;
+    int nearest = INT_MAX;
+    for (const QJsonValue &widget : all) {
+        if (widget[QStringLiteral("class")].toString() != QStringLiteral("QLabel"))
+            continue;
+        const int top = widget[QStringLiteral("y")].toInt();
+        const int x = widget[QStringLiteral("x")].toInt();
+        if (middle < top || middle > top + widget[QStringLiteral("height")].toInt() || x < right)
+            continue;
+        if (x - right < nearest) {
+            nearest = x - right;
+            value = widget[QStringLiteral("text")].toString();
+        }
+    }
+    return value;
+}
+
+bool E2eSession::canClick(const QString &name) const
+{
+    const QJsonArray all = widgets();
+    return std::any_of(all.begin(), all.end(), [&](const QJsonValue &widget) {
+        const QString type = widget[QStringLiteral("class")].toString();
+        const bool button = type.endsWith(QStringLiteral("Button")) ||
+                            type == QStringLiteral("QCheckBox");
+        return button && widget[QStringLiteral("enabled")].toBool() &&
+               (widget[QStringLiteral("name")].toString() == name ||
+                widget[QStringLiteral("text")].toString() == name);
+    });
+}
+
+bool E2eSession::click(const QString &name) const
+{
+    return probeCall(QStringLiteral("Click"), {name}).toBool();
+}
+
+bool E2eSession::type(const QString &field, const QString &text) const
+{
+    return probeCall(QStringLiteral("Type"), {field, text}).toBool();
+}
+
+QJsonObject E2eSession::window() const
+{
+    const QVariant answer = probeCall(QStringLiteral("Window"), {}, 2000);
+    return QJsonDocument::fromJson(answer.toString().toUtf8()).object();
+}
+
+int E2eSession::paints() const
+{
+    return probeCall(QStringLiteral("Paints")).toInt();
+}
+
+bool E2eSession::closeWindow() const
+{
+    return probeCall(QStringLiteral("CloseWindow")).toBool();
+}
+
+qint64 E2eSession::probeRoundTrip() const
+{
+    QElapsedTimer timer;
+    timer.start();
+    if (!probeCall(QStringLiteral("Window"), {}, 10000).isValid())
+        return -1;
+    return timer.elapsed();
+}
+
+QString E2eSession::trayItem() const
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        watcherService, QStringLiteral("/StatusNotifierWatcher"), propertiesInterface,
+        QStringLiteral("Get"));
+    call.setArguments({watcherService, QStringLiteral("RegisteredStatusNotifierItems")});
+    const QDBusMessage reply = bus().call(call, QDBus::Block, 5000);
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+        return {};
+    const QStringList items = unwrap(reply.arguments().constFirst()).toStringList();
+    return items.size() == 1 ? items.constFirst() : QString();
+}
+
+QVariantMap E2eSession::trayProperties() const
+{
+    const QString item = trayItem();
+    const qsizetype slash = item.indexOf(QLatin1Char('/'));
+    if (slash < 0)
+        return {};
+    QDBusMessage call = QDBusMessage::createMethodCall(item.left(slash), item.mid(slash),
+                                                       propertiesInterface, QStringLiteral("GetAll"));
+    call.setArguments({QStringLiteral("org.kde.StatusNotifierItem")});
+    const QDBusMessage reply = bus().call(call, QDBus::Block, 5000);
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+        return {};
+    const QVariant first = reply.arguments().constFirst();
+    QVariantMap properties = first.metaType() == QMetaType::fromType<QDBusArgument>()
+                                 ? qdbus_cast<QVariantMap>(first.value<QDBusArgument>())
+                                 : first.toMap();
+    properties.insert(QStringLiteral("_service"), item.left(slash));
+    return properties;
+}
+
+QImage E2eSession::trayIcon() const
+{
+    const QVariantMap properties = trayProperties();
+    QImage image = imageFromIconPixmaps(properties.value(QStringLiteral("IconPixmap")));
+    if (image.isNull()) {
+        // Some trays get the icon as a file the item writes for them.
+        const QString name = properties.value(QStringLiteral("IconName")).toString();
+        if (name.startsWith(QLatin1Char('/')))
+            image.load(name);
+    }
+    return image;
+}
+
+QList<E2eSession::MenuEntry> E2eSession::trayMenu(QString *why) const
+{
+    const QVariantMap properties = trayProperties();
+    const QString service = properties.value(QStringLiteral("_service")).toString();
+    const QVariant menuValue = properties.value(QStringLiteral("Menu"));
+    const QString menuPath = menuValue.value<QDBusObjectPath>().path();
+    if (service.isEmpty() || menuPath.isEmpty()) {
+        if (why)
+            *why = QStringLiteral("the tray item has no menu");
+        return {};
+    }
+    const QString menuInterface = QStringLiteral("com.canonical.dbusmenu");
+    QDBusMessage aboutToShow = QDBusMessage::createMethodCall(service, menuPath, menuInterface,
+                                                              QStringLiteral("AboutToShow"));
+    aboutToShow.setArguments({0});
+    bus().call(aboutToShow, QDBus::Block, 5000);
+
+    QDBusMessage call = QDBusMessage::createMethodCall(service, menuPath, menuInterface,
+                                                       QStringLiteral("GetLayout"));
+    call.setArguments({0, -1, QStringList()});
+    const QDBusMessage reply = bus().call(call, QDBus::Block, 5000);
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().size() < 2) {
+        if (why)
+            *why = QStringLiteral("GetLayout failed: ") + reply.errorMessage();
+        return {};
+    }
+    LayoutNode root;
+    readLayout(reply.arguments().at(1).value<QDBusArgument>(), root);
+    QList<MenuEntry> entries;
+    for (const LayoutNode &node : std::as_const(root.children)) {
+        MenuEntry entry;
+        entry.id = node.id;
+        entry.label = node.properties.value(QStringLiteral("label")).toString();
+        entry.separator =
+            node.properties.value(QStringLiteral("type")).toString() == QStringLiteral("separator");
+        entry.enabled = node.properties.value(QStringLiteral("enabled"), true).toBool();
+        entry.visible = node.properties.value(QStringLiteral("visible"), true).toBool();
+        entry.shortcut = readShortcut(node.properties.value(QStringLiteral("shortcut")));
+        entries << entry;
+    }
+    return entries;
+}
+
+bool E2eSession::triggerTrayEntry(const QString &label) const
+{
+    const QVariantMap properties = trayProperties();
+    const QString service = properties.value(QStringLiteral("_service")).toString();
+    const QString menuPath =
+        properties.value(QStringLiteral("Menu")).value<QDBusObjectPath>().path();
+    for (const MenuEntry &entry : trayMenu()) {
+        if (entry.label != label)
+            continue;
+        QDBusMessage event = QDBusMessage::createMethodCall(
+            service, menuPath, QStringLiteral("com.canonical.dbusmenu"), QStringLiteral("Event"));
+        event.setArguments({entry.id, QStringLiteral("clicked"),
+                            QVariant::fromValue(QDBusVariant(QVariant(0))), uint(0)});
+        // Not waited for: "Quit" may end the app before it answers.
+        return bus().send(event);
+    }
+    return false;
+}
+
+QStringList E2eSession::notifications() const
+{
+    const QString text = QString::fromUtf8(readFile(path(QStringLiteral("notifications.log"))));
+    return text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+QStringList E2eSession::engineRuns() const
+{
+    const QString text = QString::fromUtf8(readFile(path(QStringLiteral("engine-runs.log"))));
+    return text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+bool E2eSession::screenshot(const QString &file) const
+{
+    QDir().mkpath(QFileInfo(file).absolutePath());
+    // Tall enough to show the whole window down to the connection details.
+    QProcess resize;
+    resize.setProcessEnvironment(m_env);
+    resize.start(QStringLiteral("xdotool"),
+                 {QStringLiteral("search"), QStringLiteral("--name"), QStringLiteral("^ZQB Agent$"),
+                  QStringLiteral("windowsize"), QStringLiteral("760"), QStringLiteral("1020")});
+    resize.waitForFinished(10000);
+    QTest::qWait(300); // let the window redraw at its new size
+    QProcess import;
+    import.setProcessEnvironment(m_env);
+    import.start(QStringLiteral("import"),
+                 {QStringLiteral("-display"), m_display, QStringLiteral("-window"),
+                  QStringLiteral("root"), file});
+    return import.waitForFinished(20000) && import.exitStatus() == QProcess::NormalExit &&
+           import.exitCode() == 0;
+}
+
+QByteArray E2eSession::runEngine(const QStringList &arguments, const QByteArray &input,
+                                 int *exitCode) const
+{
+    QProcess engine;
+    engine.setProcessEnvironment(m_env);
+    engine.start(QStringLiteral(ZQB_E2E_ENGINE_SIM),
+                 arguments + QStringList{QStringLiteral("--state"), stateDirectory()});
+    engine.waitForStarted(10000);
+    engine.write(input);
+    engine.closeWriteChannel();
+    engine.waitForFinished(30000);
+    if (exitCode)
+        *exitCode = engine.exitStatus() == QProcess::NormalExit ? engine.exitCode() : -1;
+    return engine.readAllStandardOutput();
+}

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <memory>
+
+// One private desktop for an end-to-end test: a session bus of its own, an X
+// server on a free display, a notification server that records what it shows,
+// a tray (StatusNotifierItem host) and the app itself with the stand-in
+// engine. Everything started here is ended by the destructor, also when the
+// test fails halfway; processes orphaned on the way (engines the app started)
+// are found and ended too.
+class E2eSession
+{
+public:
+    struct MenuEntry
+    {
+        int id = 0;
+        QString label;
+        bool separator = false;
+        bool enabled = true;
+        bool visible = true;
+        QStringList shortcut; // e.g. {"Control", "q"}
+    };
+
+    E2eSession();
+    ~E2eSession();
+    E2eSession(const E2eSession &) = delete;
+    E2eSession &operator=(const E2eSession &) = delete;
+
+    // Must be called once per test process, before the first session.
+    static void becomeSubreaper();
+
+    // Starts everything but the app. False (with the reason) when any part fails.
+    bool startDesktop(QString *why);
+    // Starts the app; waits until its window is shown and its probe answers.
+    bool startApp(QString *why, const QString &hangCommand = {});
+    // Runs the app's executable again, as a second launch would.
+    QProcess *launchAgain();
+
+    QProcess &app() { return *m_app; }
+    QString stateDirectory() const;
+    QString path(const QString &name) const { return m_dir.filePath(name); }
+    QProcessEnvironment environment() const { return m_env; }
+    QDBusConnection bus() const;
+
+    // The app's window, through its test probe.
+    QJsonArray widgets(QString *why = nullptr) const;
+    bool showsText(const QString &text) const;
+    // One line per visible widget, for failure messages.
+    QString describeWidgets() const;
+    // The text shown on the same row as `label`, to its right.
+    QString valueBeside(const QString &label) const;
+    // A visible, enabled button of that accessible name or text is there.
+    bool canClick(const QString &name) const;
+    bool click(const QString &name) const;
+    bool type(const QString &field, const QString &text) const;
+    QJsonObject window() const;
+    int paints() const;
+    bool closeWindow() const;
+    // Milliseconds the app took to answer a probe call; -1 when it did not.
+    qint64 probeRoundTrip() const;
+
+    // The tray, as a tray host sees it.
+    QString trayItem() const; // "service/path" of the one registered item
+    QVariantMap trayProperties() const;
+    QImage trayIcon() const;
+    QList<MenuEntry> trayMenu(QString *why = nullptr) const;
+    bool triggerTrayEntry(const QString &label) const;
+
+    // "appname\tsummary\tbody" per notification the server has shown.
+    QStringList notifications() const;
+    // The arguments of each engine run so far, oldest first.
+    QStringList engineRuns() const;
+    // A picture of the whole X screen, as a PNG.
+    bool screenshot(const QString &file) const;
+    // Runs the stand-in engine helper with the app's engine state.
+    QByteArray runEngine(const QStringList &arguments, const QByteArray &input = {},
+                         int *exitCode = nullptr) const;
+
+    QString display() const { return m_display; }
+
+private:
+    std::unique_ptr<QProcess> startProcess(const QString &program, const QStringList &arguments,
+                                           const QString &logName);
+    bool waitForBusName(const QString &name, int timeoutMs) const;
+    QVariant probeCall(const QString &method, const QVariantList &arguments = {},
+                       int timeoutMs = 10000) const;
+    void stop(std::unique_ptr<QProcess> &process);
+    void endOrphans();
+
+    QTemporaryDir m_dir;
+    QProcessEnvironment m_env;
+    QString m_busAddress;
+    QString m_connectionName;
+    QString m_display;
+    std::unique_ptr<QProcess> m_busDaemon;
+    std::unique_ptr<QProcess> m_xServer;
+    std::unique_ptr<QProcess> m_notifications;
+    std::unique_ptr<QProcess> m_tray;
+    std::unique_ptr<QProcess> m_app;
+    std::unique_ptr<QProcess> m_secondLaunch;
+};

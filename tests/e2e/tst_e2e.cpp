@@ -1,0 +1,287 @@
+// The whole system with real processes: the app under a real X server, the
+// stand-in engine, a private session bus, a real notification server and a
+// tray host. Each test builds its own desktop and tears it down.
+#include "E2eSession.h"
+#include "IconTint.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <QTest>
+
+namespace {
+
+const QString connectBox = QStringLiteral("Connect this computer");
+const QString enrollButton = QStringLiteral("Enroll this computer");
+const QString invitationField = QStringLiteral("One-time invitation");
+const QString restoringText = QStringLiteral("Reading this computer's existing ZQB enrollment…");
+
+// Generous bounds: a loaded CI machine may be slow, but nothing waits forever.
+constexpr int startupMs = 30000;
+constexpr int actionMs = 30000;
+
+QString screenshotPath(const QString &name)
+{
+    const QString dir = qEnvironmentVariable("ZQB_E2E_SCREENSHOTS");
+    return dir.isEmpty() ? QString() : QDir(dir).filePath(name);
+}
+
+QString tint(const E2eSession &session)
+{
+    return tintName(session.trayIcon());
+}
+
+QString engineState(const E2eSession &session)
+{
+    const QJsonObject status = QJsonDocument::fromJson(
+                                   session.runEngine({QStringLiteral("ui-status")}))
+                                   .object();
+    return status[QStringLiteral("runtime")][QStringLiteral("state")].toString();
+}
+
+int countRuns(const E2eSession &session, const QString &command)
+{
+    int count = 0;
+    for (const QString &run : session.engineRuns())
+        if (run.section(QLatin1Char(' '), 0, 0) == command)
+            ++count;
+    return count;
+}
+
+} // namespace
+
+#define START_DESKTOP(session)                                                                     \
+    do {                                                                                           \
+        QString why;                                                                               \
+        QVERIFY2((session).startDesktop(&why), qPrintable(why));                                   \
+    } while (false)
+
+#define START_APP(session, ...)                                                                    \
+    do {                                                                                           \
+        QString why;                                                                               \
+        QVERIFY2((session).startApp(&why, ##__VA_ARGS__), qPrintable(why));                        \
+    } while (false)
+
+class EndToEndTest : public QObject
+{
+    Q_OBJECT
+
+    // Enrolls the stand-in engine's state directly, as if done on an earlier day.
+    static void enrollBeforehand(const E2eSession &session)
+    {
+        const QByteArray invitation = session.runEngine({QStringLiteral("make-invitation")});
+        int code = -1;
+        session.runEngine({QStringLiteral("enroll"), QStringLiteral("--invitation-stdin")},
+                          invitation.trimmed() + '\n', &code);
+        QCOMPARE(code, 0);
+    }
+
+private slots:
+    void initTestCase() { E2eSession::becomeSubreaper(); }
+
+    void freshStateEnrollsAndTurnsGreen()
+    {
+        E2eSession session;
+        START_DESKTOP(session);
+        START_APP(session);
+
+        QTRY_VERIFY_WITH_TIMEOUT(session.showsText(connectBox), startupMs);
+        QCOMPARE(session.window()[QStringLiteral("title")].toString(), QStringLiteral("ZQB Agent"));
+        QTRY_VERIFY_WITH_TIMEOUT(!session.trayItem().isEmpty(), startupMs);
+        QCOMPARE(session.trayProperties().value(QStringLiteral("Status")).toString(),
+                 QStringLiteral("Active"));
+        // Not enrolled yet: the engine is not connected, so the item is orange.
+        QTRY_COMPARE_WITH_TIMEOUT(tint(session), QStringLiteral("orange"), actionMs);
+        if (const QString file = screenshotPath(QStringLiteral("e2e-first-launch.png"));
+            !file.isEmpty())
+            QVERIFY(session.screenshot(file));
+
+        const QString invitation =
+            QString::fromUtf8(session.runEngine({QStringLiteral("make-invitation")}).trimmed());
+        QVERIFY(invitation.size() >= 40);
+        QVERIFY(session.type(invitationField, invitation));
+        QTRY_VERIFY2_WITH_TIMEOUT(session.canClick(enrollButton),
+                                  qPrintable(session.describeWidgets()), actionMs);
+        QVERIFY(session.click(enrollButton));
+
+        QTRY_VERIFY_WITH_TIMEOUT(!session.showsText(connectBox), actionMs);
+        QTRY_COMPARE_WITH_TIMEOUT(engineState(session), QStringLiteral("connected"), actionMs);
+        QTRY_COMPARE_WITH_TIMEOUT(tint(session), QStringLiteral("green"), actionMs);
+        // The secret went to the engine on standard input only.
+        QVERIFY(countRuns(session, QStringLiteral("enroll")) == 1);
+        for (const QString &run : session.engineRuns())
+            QVERIFY2(!run.contains(invitation), "the invitation appeared in engine arguments");
+        if (const QString file = screenshotPath(QStringLiteral("e2e-after-enrollment.png"));
+            !file.isEmpty())
+            QVERIFY(session.screenshot(file));
+    }
+
+    void backupNotifiesRecoveryReady()
+    {
+        E2eSession session;
+        START_DESKTOP(session);
+        enrollBeforehand(session);
+
+        // Some real files to protect.
+        const QString folder = session.path(QStringLiteral("folders/Documents"));
+        QVERIFY(QDir().mkpath(folder));
+        for (int i = 0; i < 5; ++i) {
+            QFile file(folder + QStringLiteral("/note-%1.txt").arg(i));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(QByteArray(1000 + i, 'z'));
+        }
+        QFile chosen(session.path(QStringLiteral("chosen-folders.txt")));
+        QVERIFY(chosen.open(QIODevice::WriteOnly));
+        chosen.write(folder.toUtf8() + '\n');
+        chosen.close();
+
+        START_APP(session);
+        QTRY_VERIFY_WITH_TIMEOUT(session.showsText(QStringLiteral("Last successful backup")),
+                                 startupMs);
+        QTRY_COMPARE_WITH_TIMEOUT(session.valueBeside(QStringLiteral("Last successful backup")),
+                                  QStringLiteral("Not yet"), startupMs);
+        // An unsaved folder lasts until the next status refresh (every 15 s), so
+        // a slow machine may need to choose it again before pressing the button.
+        bool pressed = false;
+        for (int attempt = 0; attempt < 3 && !pressed; ++attempt) {
+            QTRY_VERIFY_WITH_TIMEOUT(session.canClick(QStringLiteral("Add folders…")), startupMs);
+            QVERIFY(session.click(QStringLiteral("Add folders…")));
+            QTRY_VERIFY2_WITH_TIMEOUT(session.showsText(folder),
+                                      qPrintable(session.describeWidgets()), actionMs);
+            QTRY_VERIFY_WITH_TIMEOUT(session.canClick(QStringLiteral("Back up now")) ||
+                                         !session.showsText(folder),
+                                     actionMs);
+            pressed = session.canClick(QStringLiteral("Back up now")) &&
+                      session.click(QStringLiteral("Back up now"));
+        }
+        QVERIFY2(pressed, qPrintable(session.describeWidgets()));
+
+        QTRY_VERIFY_WITH_TIMEOUT(!session.notifications().isEmpty(), actionMs);
+        const QStringList shown = session.notifications();
+        QCOMPARE(shown.size(), 1);
+        const QStringList parts = shown.constFirst().split(QLatin1Char('\t'));
+        QCOMPARE(parts.value(0), QStringLiteral("ZQB Agent"));
+        QCOMPARE(parts.value(1), QStringLiteral("ZQB backup Recovery Ready"));
+        QCOMPARE(parts.value(2), QStringLiteral("The authorized target returned signed zero-error "
+                                                "verification for non-empty data."));
+        QTRY_VERIFY_WITH_TIMEOUT(
+            session.valueBeside(QStringLiteral("Last successful backup")) != "Not yet", actionMs);
+        const QString date = session.valueBeside(QStringLiteral("Last successful backup"));
+        QVERIFY2(date.contains(QRegularExpression(QStringLiteral("\\d"))), qPrintable(date));
+        QTRY_VERIFY_WITH_TIMEOUT(session.showsText(QStringLiteral("Recovery Ready")), actionMs);
+        QVERIFY(session.engineRuns().join('\n').contains(QStringLiteral("backup-all")));
+        if (const QString file = screenshotPath(QStringLiteral("e2e-after-backup.png"));
+            !file.isEmpty())
+            QVERIFY(session.screenshot(file));
+    }
+
+    void trayMenuOpensChecksAndQuits()
+    {
+        E2eSession session;
+        START_DESKTOP(session);
+        enrollBeforehand(session);
+        START_APP(session);
+        QTRY_VERIFY_WITH_TIMEOUT(!session.trayItem().isEmpty(), startupMs);
+
+        QString why;
+        QList<E2eSession::MenuEntry> menu;
+        QTRY_VERIFY_WITH_TIMEOUT((menu = session.trayMenu(&why)).size() == 4, startupMs);
+        QCOMPARE(menu[0].label, QStringLiteral("Open ZQB Agent"));
+        QVERIFY(menu[0].shortcut.isEmpty());
+        QCOMPARE(menu[1].label, QStringLiteral("Check Connection"));
+        QVERIFY(menu[1].shortcut.isEmpty());
+        QVERIFY(menu[2].separator);
+        QCOMPARE(menu[3].label, QStringLiteral("Quit ZQB Agent"));
+        QCOMPARE(menu[3].shortcut.join(QLatin1Char('+')).toLower(), QStringLiteral("control+q"));
+        for (const auto &entry : menu)
+            QVERIFY(entry.enabled && entry.visible);
+
+        // Closing the window leaves the app and its status item running.
+        QTRY_COMPARE_WITH_TIMEOUT(tint(session), QStringLiteral("green"), actionMs);
+        QVERIFY(session.closeWindow());
+        QTRY_VERIFY(!session.window()[QStringLiteral("visible")].toBool());
+        QTest::qWait(300);
+        QCOMPARE(session.app().state(), QProcess::Running);
+        QVERIFY(!session.trayItem().isEmpty());
+
+        QVERIFY(session.triggerTrayEntry(QStringLiteral("Open ZQB Agent")));
+        QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("visible")].toBool(), actionMs);
+        QCOMPARE(session.window()[QStringLiteral("windows")].toInt(), 1);
+
+        // Enrolled: the connection check contacts the target ("run-once").
+        QVERIFY(session.closeWindow());
+        QTRY_VERIFY(!session.window()[QStringLiteral("visible")].toBool());
+        const int checksBefore = countRuns(session, QStringLiteral("run-once"));
+        QVERIFY(session.triggerTrayEntry(QStringLiteral("Check Connection")));
+        QTRY_COMPARE_WITH_TIMEOUT(countRuns(session, QStringLiteral("run-once")),
+                                  checksBefore + 1, actionMs);
+        QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("visible")].toBool(), actionMs);
+
+        QVERIFY(session.triggerTrayEntry(QStringLiteral("Quit ZQB Agent")));
+        QTRY_COMPARE_WITH_TIMEOUT(session.app().state(), QProcess::NotRunning, actionMs);
+        QCOMPARE(session.app().exitStatus(), QProcess::NormalExit);
+        QCOMPARE(session.app().exitCode(), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(session.trayItem().isEmpty(), actionMs);
+    }
+
+    void hungEngineLeavesWindowAndTrayResponsive()
+    {
+        E2eSession session;
+        START_DESKTOP(session);
+        // Every status read hangs forever, the first one included.
+        START_APP(session, QStringLiteral("ui-status"));
+        QTRY_VERIFY_WITH_TIMEOUT(countRuns(session, QStringLiteral("ui-status")) >= 1, startupMs);
+        QTRY_VERIFY_WITH_TIMEOUT(session.showsText(restoringText), startupMs);
+
+        QVERIFY(session.probeRoundTrip() >= 0);
+        QVERIFY2(session.probeRoundTrip() < 2000, "the window stopped answering");
+        QTRY_VERIFY_WITH_TIMEOUT(!session.trayItem().isEmpty(), startupMs);
+        QCOMPARE(session.trayMenu().size(), 4);
+        QCOMPARE(tint(session), QStringLiteral("grey")); // no status has arrived
+
+        // The window still redraws: typing shows up, and it comes back when reopened.
+        const int paintsBefore = session.paints();
+        QVERIFY(session.type(QStringLiteral("Comma-separated names, such as node_modules, *.tmp"),
+                             QStringLiteral(", build")));
+        QTRY_VERIFY_WITH_TIMEOUT(session.paints() > paintsBefore, actionMs);
+        QVERIFY(session.closeWindow());
+        QTRY_VERIFY(!session.window()[QStringLiteral("visible")].toBool());
+        const int paintsHidden = session.paints();
+        QVERIFY(session.triggerTrayEntry(QStringLiteral("Open ZQB Agent")));
+        QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("visible")].toBool(), actionMs);
+        QTRY_VERIFY_WITH_TIMEOUT(session.paints() > paintsHidden, actionMs);
+
+        // The menu still works while the status read hangs: a check still runs.
+        QVERIFY(session.triggerTrayEntry(QStringLiteral("Check Connection")));
+        QTRY_VERIFY_WITH_TIMEOUT(countRuns(session, QStringLiteral("check-service")) >= 1,
+                                 actionMs);
+
+        QVERIFY(session.triggerTrayEntry(QStringLiteral("Quit ZQB Agent")));
+        QTRY_COMPARE_WITH_TIMEOUT(session.app().state(), QProcess::NotRunning, actionMs);
+        QCOMPARE(session.app().exitCode(), 0);
+    }
+
+    void secondLaunchBringsTheWindowForward()
+    {
+        E2eSession session;
+        START_DESKTOP(session);
+        START_APP(session);
+        QTRY_VERIFY_WITH_TIMEOUT(!session.trayItem().isEmpty(), startupMs);
+        QVERIFY(session.closeWindow());
+        QTRY_VERIFY(!session.window()[QStringLiteral("visible")].toBool());
+
+        QProcess *second = session.launchAgain();
+        QVERIFY(second->waitForFinished(startupMs));
+        QCOMPARE(second->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(second->exitCode(), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("visible")].toBool(), actionMs);
+        QCOMPARE(session.window()[QStringLiteral("windows")].toInt(), 1);
+        QCOMPARE(session.app().state(), QProcess::Running);
+        QVERIFY(!session.trayItem().isEmpty()); // still exactly one status item
+    }
+};
+
+QTEST_GUILESS_MAIN(EndToEndTest)
+#include "tst_e2e.moc"
