@@ -357,7 +357,13 @@ void AgentModel::enroll()
     // One unshared buffer holds the engine's input, so the wipe after the
     // command reaches the only copy there is.
     QByteArray encoded = trimmed->text.toUtf8();
-    auto input = std::make_shared<QByteArray>(encoded.size() + 1, Qt::Uninitialized);
+    // Its deleter wipes too, for the case that the wrapper never runs (the
+    // application quits while the engine still reads).
+    std::shared_ptr<QByteArray> input(new QByteArray(encoded.size() + 1, Qt::Uninitialized),
+                                      [](QByteArray *bytes) {
+                                          SecretWipe::wipe(*bytes);
+                                          delete bytes;
+                                      });
     std::memcpy(input->data(), encoded.constData(), size_t(encoded.size()));
     (*input)[encoded.size()] = '\n';
     SecretWipe::wipe(encoded);

@@ -212,7 +212,7 @@ void ModelStateTest::dispatchWithBusyClearsBusyBeforeCompletion()
     bool onMainThread = false;
     model.run({QStringLiteral("configure")}, nullptr, true, [&](const CommandResult &result) {
         order << QStringLiteral("completion busy=%1").arg(int(model.busy()));
-        onMainThread = QThread::currentThread() == qApp->thread();
+        onMainThread = QThread::currentThread() == QCoreApplication::instance()->thread();
         received = result;
     });
     QCOMPARE(model.busy(), true);
