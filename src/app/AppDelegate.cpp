@@ -46,7 +46,8 @@ void AppDelegate::applicationDidFinishLaunching()
 
     // Never removed: the delegate lives as long as the process.
     NotificationCenter::defaultCenter().observe(
-        statusNotification(), this, [this](const QVariantMap &userInfo) { statusChanged(userInfo); });
+        statusNotification(), this,
+        [this](const QVariantMap &userInfo) { statusChanged(userInfo); });
 
     // The window is made after launch; look for it once the event loop turns.
     QTimer::singleShot(0, this, &AppDelegate::rememberMainWindow);

@@ -9,8 +9,7 @@
 #include <QApplication>
 
 ZQBAgentApplication::ZQBAgentApplication(Options options, QObject *parent)
-    : QObject(parent), m_options(std::move(options)),
-      m_appDelegate(std::make_unique<AppDelegate>())
+    : QObject(parent), m_options(std::move(options)), m_appDelegate(std::make_unique<AppDelegate>())
 {
     // Closing the window hides it; only "Quit ZQB Agent" ends the app.
     QApplication::setQuitOnLastWindowClosed(

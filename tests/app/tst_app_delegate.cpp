@@ -115,18 +115,18 @@ private slots:
         QTest::addColumn<QString>("tint");
         const auto green = AppDelegate::Look::Green;
         const auto orange = AppDelegate::Look::Orange;
-        QTest::newRow("connected") << QVariantMap{{"state", QStringLiteral("connected")}} << green
-                                   << "green";
-        QTest::newRow("Connected") << QVariantMap{{"state", QStringLiteral("Connected")}}
-                                   << orange << "orange";
-        QTest::newRow("trailing blank") << QVariantMap{{"state", QStringLiteral("connected ")}}
-                                        << orange << "orange";
+        QTest::newRow("connected")
+            << QVariantMap{{"state", QStringLiteral("connected")}} << green << "green";
+        QTest::newRow("Connected")
+            << QVariantMap{{"state", QStringLiteral("Connected")}} << orange << "orange";
+        QTest::newRow("trailing blank")
+            << QVariantMap{{"state", QStringLiteral("connected ")}} << orange << "orange";
         QTest::newRow("number") << QVariantMap{{"state", 1}} << orange << "orange";
         QTest::newRow("bytes") << QVariantMap{{"state", QByteArray("connected")}} << orange
                                << "orange";
         QTest::newRow("no user info") << QVariantMap{} << orange << "orange";
-        QTest::newRow("other key") << QVariantMap{{"State", QStringLiteral("connected")}} << orange
-                                   << "orange";
+        QTest::newRow("other key")
+            << QVariantMap{{"State", QStringLiteral("connected")}} << orange << "orange";
         QTest::newRow("waiting") << QVariantMap{{"state", QStringLiteral("waiting-for-target")}}
                                  << orange << "orange";
     }
@@ -164,12 +164,11 @@ private slots:
         QObject observer;
         int requests = 0;
         QVariantMap received{{"marker", 1}};
-        NotificationCenter::defaultCenter().observe(
-            QStringLiteral("ZQBAgentCheckConnection"), &observer,
-            [&](const QVariantMap &userInfo) {
-                ++requests;
-                received = userInfo;
-            });
+        NotificationCenter::defaultCenter().observe(QStringLiteral("ZQBAgentCheckConnection"),
+                                                    &observer, [&](const QVariantMap &userInfo) {
+                                                        ++requests;
+                                                        received = userInfo;
+                                                    });
 
         QVERIFY(!window->isVisible());
         delegate.statusMenu()->actions()[1]->trigger();

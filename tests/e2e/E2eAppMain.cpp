@@ -9,12 +9,10 @@
 
 int main(int argc, char **argv)
 {
-    ZQBAgentApplication::Options options{
-        AgentRunner(QStringLiteral(ZQB_E2E_ENGINE_PATH)),
-        [] {
-            return std::make_unique<ScriptedFolderChooser>(
-                qEnvironmentVariable("ZQB_E2E_FOLDERS"));
-        }};
+    ZQBAgentApplication::Options options{AgentRunner(QStringLiteral(ZQB_E2E_ENGINE_PATH)), [] {
+                                             return std::make_unique<ScriptedFolderChooser>(
+                                                 qEnvironmentVariable("ZQB_E2E_FOLDERS"));
+                                         }};
     return runAgentApp(argc, argv, std::move(options), [](ZQBAgentApplication &) {
         auto *probe = new TestProbe(qApp);
         if (!probe->registerOnSessionBus())

@@ -247,7 +247,10 @@ bool E2eSession::startDesktop(QString *why)
 
     // A bus of our own that activates nothing: every service on it is one we started.
     const QString busConfig = path(QStringLiteral("session.conf"));
-    writeFile(busConfig, QStringLiteral(R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"
+    writeFile(
+        busConfig,
+        QStringLiteral(
+            R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
   <type>session</type>
@@ -260,8 +263,8 @@ bool E2eSession::startDesktop(QString *why)
   </policy>
 </busconfig>
 )")
-                                .arg(path(QStringLiteral("run")))
-                                .toUtf8());
+            .arg(path(QStringLiteral("run")))
+            .toUtf8());
 
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     for (const char *name : {"DBUS_SESSION_BUS_ADDRESS", "WAYLAND_DISPLAY", "XAUTHORITY",
@@ -461,7 +464,8 @@ QString E2eSession::valueBeside(const QString &label) const
             anchor = widget.toObject();
     if (anchor.isEmpty())
         return {};
-    const int middle = anchor[QStringLiteral("y")].toInt() + anchor[QStringLiteral("height")].toInt() / 2;
+    const int middle =
+        anchor[QStringLiteral("y")].toInt() + anchor[QStringLiteral("height")].toInt() / 2;
     const int right = anchor[QStringLiteral("x")].toInt() + anchor[QStringLiteral("width")].toInt();
     QString value;
     int nearest = INT_MAX;
@@ -485,8 +489,8 @@ bool E2eSession::canClick(const QString &name) const
     const QJsonArray all = widgets();
     return std::any_of(all.begin(), all.end(), [&](const QJsonValue &widget) {
         const QString type = widget[QStringLiteral("class")].toString();
-        const bool button = type.endsWith(QStringLiteral("Button")) ||
-                            type == QStringLiteral("QCheckBox");
+        const bool button =
+            type.endsWith(QStringLiteral("Button")) || type == QStringLiteral("QCheckBox");
         return button && widget[QStringLiteral("enabled")].toBool() &&
                (widget[QStringLiteral("name")].toString() == name ||
                 widget[QStringLiteral("text")].toString() == name);
@@ -530,9 +534,9 @@ qint64 E2eSession::probeRoundTrip() const
 
 QString E2eSession::trayItem() const
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        watcherService, QStringLiteral("/StatusNotifierWatcher"), propertiesInterface,
-        QStringLiteral("Get"));
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(watcherService, QStringLiteral("/StatusNotifierWatcher"),
+                                       propertiesInterface, QStringLiteral("Get"));
     call.setArguments({watcherService, QStringLiteral("RegisteredStatusNotifierItems")});
     const QDBusMessage reply = bus().call(call, QDBus::Block, 5000);
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
@@ -547,8 +551,8 @@ QVariantMap E2eSession::trayProperties() const
     const qsizetype slash = item.indexOf(QLatin1Char('/'));
     if (slash < 0)
         return {};
-    QDBusMessage call = QDBusMessage::createMethodCall(item.left(slash), item.mid(slash),
-                                                       propertiesInterface, QStringLiteral("GetAll"));
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        item.left(slash), item.mid(slash), propertiesInterface, QStringLiteral("GetAll"));
     call.setArguments({QStringLiteral("org.kde.StatusNotifierItem")});
     const QDBusMessage reply = bus().call(call, QDBus::Block, 5000);
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())

@@ -35,9 +35,8 @@ QString tint(const E2eSession &session)
 
 QString engineState(const E2eSession &session)
 {
-    const QJsonObject status = QJsonDocument::fromJson(
-                                   session.runEngine({QStringLiteral("ui-status")}))
-                                   .object();
+    const QJsonObject status =
+        QJsonDocument::fromJson(session.runEngine({QStringLiteral("ui-status")})).object();
     return status[QStringLiteral("runtime")][QStringLiteral("state")].toString();
 }
 
@@ -215,8 +214,8 @@ private slots:
         QTRY_VERIFY(!session.window()[QStringLiteral("visible")].toBool());
         const int checksBefore = countRuns(session, QStringLiteral("run-once"));
         QVERIFY(session.triggerTrayEntry(QStringLiteral("Check Connection")));
-        QTRY_COMPARE_WITH_TIMEOUT(countRuns(session, QStringLiteral("run-once")),
-                                  checksBefore + 1, actionMs);
+        QTRY_COMPARE_WITH_TIMEOUT(countRuns(session, QStringLiteral("run-once")), checksBefore + 1,
+                                  actionMs);
         QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("visible")].toBool(), actionMs);
 
         QVERIFY(session.triggerTrayEntry(QStringLiteral("Quit ZQB Agent")));
