@@ -154,6 +154,14 @@ E2eSession::E2eSession()
 
 E2eSession::~E2eSession()
 {
+    if (QTest::currentTestFailed()) {
+        // What the app and the engine were doing, for whoever reads the failure.
+        qWarning("app's standard error:\n%s", qPrintable(tail(path(QStringLiteral("app.err")))));
+        qWarning("engine runs:\n%s", qPrintable(engineRuns().join(QLatin1Char('\n'))));
+        qWarning("notifications:\n%s", qPrintable(notifications().join(QLatin1Char('\n'))));
+        if (m_app && m_app->state() == QProcess::Running)
+            qWarning("window:\n%s", qPrintable(describeWidgets()));
+    }
     stop(m_secondLaunch);
     stop(m_app);
     stop(m_tray);
