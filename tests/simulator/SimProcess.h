@@ -6,13 +6,18 @@
 #include "AgentDocuments.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
+#include <functional>
 #include <optional>
 
 struct SimResult
@@ -93,6 +98,64 @@ public:
         return AgentDocuments::decodeStatus(result.output.trimmed());
     }
 
+    // Polls ui-status until `condition` holds, for at most `timeoutMs` of real
+    // time; the status that satisfied it, or nothing.
+    std::optional<AgentUIStatus>
+    statusWhen(const std::function<bool(const AgentUIStatus &)> &condition, int timeoutMs = 60000)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        do {
+            if (auto current = status(); current && condition(*current))
+                return current;
+            QTest::qWait(10);
+        } while (timer.elapsed() < timeoutMs);
+        return std::nullopt;
+    }
+
+    // Waits, reading the progress file directly (much cheaper than a status
+    // run), until a backup is under way: a phase other than completed or failed.
+    bool waitForRunningBackup(int timeoutMs = 60000)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        do {
+            QFile file(statePath(QStringLiteral("progress.json")));
+            if (file.open(QIODevice::ReadOnly)) {
+                const QString phase = QJsonDocument::fromJson(file.readAll())
+                                          .object()
+                                          .value(QLatin1String("phase"))
+                                          .toString();
+                if (!phase.isEmpty() && phase != QLatin1String("completed") &&
+                    phase != QLatin1String("failed"))
+                    return true;
+            }
+            QTest::qWait(5);
+        } while (timer.elapsed() < timeoutMs);
+        return false;
+    }
+
+    // How long one ui-status run takes here (sanitizer builds and busy
+    // machines are much slower), measured once.
+    double pollSeconds()
+    {
+        if (m_pollSeconds <= 0) {
+            QElapsedTimer timer;
+            timer.start();
+            run({QStringLiteral("ui-status")});
+            m_pollSeconds = std::max<qint64>(timer.elapsed(), 10) / 1000.0;
+        }
+        return m_pollSeconds;
+    }
+
+    // Sets a speed at which a whole backup (15 s at speed 1) outlasts about
+    // `polls` runs of the stand-in, with a margin.
+    void paceForPolls(int polls)
+    {
+        const double speed = std::clamp(15.0 / (2.0 * polls * pollSeconds()), 0.5, 50.0);
+        setSpeed(QString::number(speed));
+    }
+
     QByteArray invitation(const QString &target = QStringLiteral("Studio Mac"))
     {
         return run({QStringLiteral("make-invitation"), QStringLiteral("--target"), target})
@@ -135,6 +198,7 @@ public:
 
 private:
     QTemporaryDir m_state;
+    double m_pollSeconds = 0;
     QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
 };
 

@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 #include <QSignalSpy>
 
+#include <algorithm>
 #include <csignal>
 #include <unistd.h>
 
@@ -230,7 +231,10 @@ private slots:
         const QString second = m_files.filePath(QStringLiteral("progress-second"));
         QVERIFY(writeFile(second + "/one", "1"));
         prepare(sim, {tree, second});
-        sim.setSpeed(QStringLiteral("8")); // about two seconds in all
+        // Slow enough that even the shortest phase spans a few status polls,
+        // however long one poll takes on this machine.
+        const double speed = std::clamp(1.0 / (3 * sim.pollSeconds()), 0.5, 8.0);
+        sim.setSpeed(QString::number(speed));
         QProcess *backup = sim.start({QStringLiteral("backup-all")}, this);
         QVERIFY(backup->waitForStarted(5000));
 
@@ -281,13 +285,10 @@ private slots:
         SimProcess sim;
         const QString tree = makeTree();
         prepare(sim, {tree});
-        sim.setSpeed(QStringLiteral("2"));
+        sim.paceForPolls(6);
         QProcess *backup = sim.start({QStringLiteral("backup-all")}, this);
         QVERIFY(backup->waitForStarted(5000));
-        QTRY_VERIFY_WITH_TIMEOUT(sim.status()->runtime.backupProgress.has_value() &&
-                                     sim.status()->runtime.backupProgress->phase ==
-                                         QLatin1String("scanning"),
-                                 10000);
+        QVERIFY(sim.waitForRunningBackup());
         ::kill(pid_t(backup->processId()), SIGKILL);
         QVERIFY(backup->waitForFinished(5000));
 
@@ -341,10 +342,10 @@ private slots:
         SimProcess sim;
         const QString tree = makeTree();
         prepare(sim, {tree});
-        sim.setSpeed(QStringLiteral("10"));
+        sim.paceForPolls(8);
         QProcess *backup = sim.start({QStringLiteral("backup-all")}, this);
         QVERIFY(backup->waitForStarted(5000));
-        QTRY_VERIFY_WITH_TIMEOUT(sim.status()->runtime.active, 10000);
+        QVERIFY(sim.waitForRunningBackup());
         const QString attempt = *sim.status()->runtime.lastBackupAttemptAt;
 
         // A second run started in the background leaves at once and changes nothing.
@@ -353,7 +354,7 @@ private slots:
         const SimResult background =
             sim.run({QStringLiteral("backup-all"), QStringLiteral("--background")});
         QVERIFY(background.succeeded());
-        QVERIFY(timer.elapsed() < 1500);
+        QVERIFY(timer.elapsed() < 2000 * sim.pollSeconds() + 1000);
         QVERIFY(background.output.isEmpty());
         // A second user-started run waits for the first instead of running beside it.
         QProcess *waiting = sim.start({QStringLiteral("backup-all")}, this);
@@ -371,10 +372,10 @@ private slots:
         SimProcess sim;
         const QString tree = makeTree();
         prepare(sim, {tree});
-        sim.setSpeed(QStringLiteral("4"));
+        sim.paceForPolls(4);
         QProcess *backup = sim.start({QStringLiteral("backup-all")}, this);
         QVERIFY(backup->waitForStarted(5000));
-        QTRY_VERIFY_WITH_TIMEOUT(sim.status()->runtime.active, 10000);
+        QVERIFY(sim.waitForRunningBackup());
         QVERIFY(sim.run({QStringLiteral("set-condition"), QStringLiteral("offline")}).succeeded());
         QVERIFY(backup->waitForFinished(20000));
         QCOMPARE(backup->exitCode(), 1);
@@ -393,7 +394,7 @@ private slots:
         AgentSettings settings = settingsFor({tree});
         settings.enabled = true;
         QVERIFY(sim.configure(settings));
-        sim.setSpeed(QStringLiteral("6"));
+        sim.paceForPolls(8);
 
         // Run through a pipe that is read to its end, as the app reads the
         // engine: the background backup must not hold it open.
@@ -405,16 +406,19 @@ private slots:
                     {QStringLiteral("-c"), QStringLiteral("\"$0\" ui-status --state \"$1\" | cat"),
                      SimProcess::program(), sim.stateDirectory()});
         QVERIFY(shell.waitForFinished(10000));
-        QVERIFY2(timer.elapsed() < 1500, QByteArray::number(timer.elapsed()));
+        QVERIFY2(timer.elapsed() < 4000 * sim.pollSeconds() + 1000,
+                 QByteArray::number(timer.elapsed()));
         const auto first = AgentDocuments::decodeStatus(shell.readAllStandardOutput().trimmed());
         QVERIFY(first);
         QVERIFY(first->runtime.active);
         QCOMPARE(first->runtime.state, QStringLiteral("backing-up"));
         QVERIFY(first->runtime.backupProgress);
+        // The pipe closed while the backup was still running.
+        QVERIFY(sim.status()->runtime.active);
 
         // The periodic refresh sees it progress and finish.
-        QTRY_VERIFY_WITH_TIMEOUT(!sim.status()->runtime.active, 20000);
-        const auto done = sim.status();
+        const auto done = sim.statusWhen([](const AgentUIStatus &s) { return !s.runtime.active; });
+        QVERIFY(done);
         QVERIFY(done->runtime.lastBackupAt);
         QCOMPARE(done->runtime.recoveryReady, std::optional<bool>(true));
         // Not due again until the interval has passed.
@@ -437,8 +441,8 @@ private slots:
         QCOMPARE(
             result.outputText(),
             QStringLiteral("Connected to the authorized target. A scheduled backup has started."));
-        QTRY_VERIFY_WITH_TIMEOUT(sim.status()->runtime.lastBackupAt.has_value(), 20000);
-        QTRY_VERIFY_WITH_TIMEOUT(!sim.status()->runtime.active, 20000);
+        QVERIFY(sim.statusWhen(
+            [](const AgentUIStatus &s) { return s.runtime.lastBackupAt && !s.runtime.active; }));
     }
 
     void disabledScheduleStartsNothing()
@@ -461,10 +465,10 @@ private slots:
         const QString tree = makeTree();
         prepare(sim, {tree});
         QVERIFY(sim.run({QStringLiteral("advertise-update"), QStringLiteral("9.0.0")}).succeeded());
-        sim.setSpeed(QStringLiteral("10"));
+        sim.paceForPolls(4);
         QProcess *backup = sim.start({QStringLiteral("backup-all")}, this);
         QVERIFY(backup->waitForStarted(5000));
-        QTRY_VERIFY_WITH_TIMEOUT(sim.status()->runtime.active, 10000);
+        QVERIFY(sim.waitForRunningBackup());
         const SimResult refused = sim.run({QStringLiteral("autonomous-update")});
         QCOMPARE(refused.exitCode, 1);
         QVERIFY(refused.errorText().contains(QStringLiteral("A backup is running")));
