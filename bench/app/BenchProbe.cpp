@@ -6,8 +6,12 @@
 #include <QVariant>
 #include <QWidget>
 
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <time.h>
+#include <unistd.h>
 
 namespace {
 
@@ -15,6 +19,12 @@ constexpr int cpuPassRefreshes = 200;
 constexpr int stallPassRefreshes = 200;
 constexpr int settleMs = 1000;
 constexpr int refreshTimeoutMs = 10000;
+
+QList<std::pair<QString, qint64>> &marks()
+{
+    static QList<std::pair<QString, qint64>> list;
+    return list;
+}
 
 qint64 rusageUs(int who)
 {
@@ -32,6 +42,8 @@ BenchProbe::BenchProbe(std::function<void()> refresh, QObject *statusSource,
       m_title(qEnvironmentVariable("ZQB_BENCH_TITLE"))
 {
     m_out.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text);
+    for (const auto &[name, ns] : std::as_const(marks()))
+        record(name, ns);
     bool ok = false;
     const int target = qEnvironmentVariableIntValue("ZQB_BENCH_REFRESHES", &ok);
     if (ok && target > 0)
@@ -49,10 +61,17 @@ BenchProbe::BenchProbe(std::function<void()> refresh, QObject *statusSource,
         finish();
     });
 
+    m_schedstat = ::open("/proc/thread-self/schedstat", O_RDONLY | O_CLOEXEC);
+
     m_probe = new QTimer(this);
     m_probe->setTimerType(Qt::PreciseTimer);
     m_probe->setInterval(1);
     connect(m_probe, &QTimer::timeout, this, &BenchProbe::probeTick);
+}
+
+void BenchProbe::mark(const char *name)
+{
+    marks().append({QString::fromLatin1(name) + QStringLiteral("_ns"), monotonicNs()});
 }
 
 bool BenchProbe::enabled() { return !qEnvironmentVariableIsEmpty("ZQB_BENCH_OUT"); }
@@ -64,18 +83,54 @@ qint64 BenchProbe::monotonicNs()
     return qint64(ts.tv_sec) * 1000000000 + ts.tv_nsec;
 }
 
-qint64 BenchProbe::pssKib()
+qint64 BenchProbe::rollupKib(const QByteArray &field)
 {
     QFile rollup(QStringLiteral("/proc/self/smaps_rollup"));
     if (!rollup.open(QIODevice::ReadOnly | QIODevice::Text))
         return -1;
     // A /proc file reports size 0, so read it whole rather than line by line.
+    qint64 sum = 0;
+    bool found = false;
     const QList<QByteArray> lines = rollup.readAll().split('\n');
     for (const QByteArray &line : lines) {
-        if (line.startsWith("Pss:"))
-            return line.mid(4).trimmed().split(' ').value(0).toLongLong();
+        const qsizetype colon = line.indexOf(':');
+        if (colon < 0 || !line.left(colon).startsWith(field))
+            continue;
+        // "Private" sums Private_Clean and Private_Dirty; the others are exact.
+        if (field != "Private" && colon != field.size())
+            continue;
+        sum += line.mid(colon + 1).trimmed().split(' ').value(0).toLongLong();
+        found = true;
     }
-    return -1;
+    return found ? sum : -1;
+}
+
+void BenchProbe::recordMemory(const QString &when)
+{
+    record(QStringLiteral("pss_%1_kib").arg(when), rollupKib("Pss"));
+    record(QStringLiteral("pss_anon_%1_kib").arg(when), rollupKib("Pss_Anon"));
+    record(QStringLiteral("private_%1_kib").arg(when), rollupKib("Private"));
+}
+
+qint64 BenchProbe::runDelayNs() const
+{
+    // "<on-CPU ns> <waiting-for-a-CPU ns> <slices>" of this (the main) thread.
+    char text[96];
+    const ssize_t n = m_schedstat >= 0 ? pread(m_schedstat, text, sizeof text - 1, 0) : -1;
+    if (n <= 0)
+        return 0;
+    text[n] = '\0';
+    const char *second = std::strchr(text, ' ');
+    return second ? std::strtoll(second + 1, nullptr, 10) : 0;
+}
+
+void BenchProbe::startProbe()
+{
+    m_maxGapNs = m_maxStallNs = 0;
+    m_over4 = m_over8 = 0;
+    m_lastDelayNs = runDelayNs();
+    m_sinceTick.start();
+    m_probe->start();
 }
 
 void BenchProbe::record(const QString &key, qint64 value)
@@ -105,7 +160,7 @@ void BenchProbe::statusApplied()
         m_firstSeen = true;
         record(QStringLiteral("first_refresh_ns"), monotonicNs());
         QTimer::singleShot(5000, this, [this] {
-            record(QStringLiteral("pss_first_kib"), pssKib());
+            recordMemory(QStringLiteral("first"));
             startPasses();
         });
         return;
@@ -136,12 +191,12 @@ void BenchProbe::startPasses()
     m_passes = {
         {QStringLiteral("memory"), n, {}, [this, n] {
              QTimer::singleShot(settleMs / 2, this, [this, n] {
-                 record(QStringLiteral("pss_after_%1_kib").arg(n), pssKib());
+                 recordMemory(QStringLiteral("after_%1").arg(n));
              });
          }},
         {QStringLiteral("memory"), n, {}, [this, n] {
              QTimer::singleShot(settleMs / 2, this, [this, n] {
-                 record(QStringLiteral("pss_after_%1_kib").arg(2 * n), pssKib());
+                 recordMemory(QStringLiteral("after_%1").arg(2 * n));
              });
          }},
         {QStringLiteral("cpu"), cpuPassRefreshes,
@@ -160,25 +215,18 @@ void BenchProbe::startPasses()
          }},
         // The probe alone first: how long this machine stalls an idle loop.
         {QStringLiteral("idle-stall"), 0,
-         [this] {
-             m_maxGapNs = 0;
-             m_sinceTick.start();
-             m_probe->start();
-         },
+         [this] { startProbe(); },
          [this] {
              m_probe->stop();
-             record(QStringLiteral("idle_max_stall_us"), m_maxGapNs / 1000);
+             record(QStringLiteral("idle_max_gap_us"), m_maxGapNs / 1000);
+             record(QStringLiteral("idle_max_stall_us"), m_maxStallNs / 1000);
          }},
         {QStringLiteral("stall"), stallPassRefreshes,
-         [this] {
-             m_maxGapNs = 0;
-             m_over4 = m_over8 = 0;
-             m_sinceTick.start();
-             m_probe->start();
-         },
+         [this] { startProbe(); },
          [this] {
              m_probe->stop();
-             record(QStringLiteral("max_stall_us"), m_maxGapNs / 1000);
+             record(QStringLiteral("max_gap_us"), m_maxGapNs / 1000);
+             record(QStringLiteral("max_stall_us"), m_maxStallNs / 1000);
              record(QStringLiteral("stall_over_4ms"), m_over4);
              record(QStringLiteral("stall_over_8ms"), m_over8);
          }},
@@ -212,15 +260,22 @@ void BenchProbe::probeTick()
 {
     const qint64 gap = m_sinceTick.nsecsElapsed();
     m_sinceTick.start();
+    const qint64 delay = runDelayNs();
+    const qint64 stall = gap - (delay - m_lastDelayNs);
+    m_lastDelayNs = delay;
     m_maxGapNs = qMax(m_maxGapNs, gap);
-    if (gap > 4000000)
+    m_maxStallNs = qMax(m_maxStallNs, stall);
+    if (stall > 4000000)
         ++m_over4;
-    if (gap > 8000000)
+    if (stall > 8000000)
         ++m_over8;
 }
 
 void BenchProbe::finish()
 {
+    if (m_schedstat >= 0)
+        ::close(m_schedstat);
+    m_schedstat = -1;
     record(QStringLiteral("done"), 1);
     m_out.close();
     QCoreApplication::exit(0);

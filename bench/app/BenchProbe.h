@@ -13,11 +13,17 @@ class QTimer;
 // Writes "key value" lines to the file named by ZQB_BENCH_OUT:
 //   state_on_screen_ns  CLOCK_MONOTONIC when a widget whose text is
 //                       ZQB_BENCH_TITLE was first painted (and flushed)
+//   main_ns, qapp_ns, launched_ns   start-up milestones (see bench_app_main.cpp)
 //   first_refresh_ns    when the first status document was applied
 //   pss_first_kib       PSS five seconds after the first refresh
 //   pss_after_N_kib     PSS after N refreshes driven back to back
 //   cpu_per_refresh_us, main_cpu_per_refresh_us, wall_per_refresh_us
-//   max_stall_us, stall_over_4ms, stall_over_8ms, idle_max_stall_us
+//   max_gap_us          longest time between two ticks of a 1 ms timer on
+//                       the main thread during 200 refreshes (wall clock)
+//   max_stall_us        the same gaps less the time the thread waited for a
+//                       CPU (schedstat run delay): what the app itself held
+//                       the loop for, by computing or blocking
+//   stall_over_4ms, stall_over_8ms, idle_max_gap_us, idle_max_stall_us
 // then quits the app. ZQB_BENCH_REFRESHES (default 1000) sets the size of the
 // two memory passes; the CPU and stall passes are 200 refreshes each.
 class BenchProbe : public QObject
@@ -29,8 +35,11 @@ public:
     BenchProbe(std::function<void()> refresh, QObject *statusSource, const char *statusSignal);
 
     static bool enabled();
+    // Start-up milestones taken before the probe exists; written when it is made.
+    static void mark(const char *name);
     static qint64 monotonicNs();
-    static qint64 pssKib();
+    // Pss, Pss_Anon and Private_* of /proc/self/smaps_rollup, in KiB.
+    static qint64 rollupKib(const QByteArray &field);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -53,6 +62,9 @@ private:
     void runPass(int index);
     void nextRefresh();
     void finish();
+    void recordMemory(const QString &when);
+    void startProbe();
+    qint64 runDelayNs() const;
 
     std::function<void()> m_refresh;
     QFile m_out;
@@ -68,7 +80,10 @@ private:
 
     QTimer *m_probe = nullptr;
     QElapsedTimer m_sinceTick;
+    int m_schedstat = -1;
+    qint64 m_lastDelayNs = 0;
     qint64 m_maxGapNs = 0;
+    qint64 m_maxStallNs = 0;
     int m_over4 = 0;
     int m_over8 = 0;
 

@@ -4,10 +4,19 @@
 #include "AppMain.h"
 #include "BenchProbe.h"
 
+#include <QCoreApplication>
+
+namespace {
+void markApplicationMade() { BenchProbe::mark("qapp"); }
+} // namespace
+Q_COREAPP_STARTUP_FUNCTION(markApplicationMade)
+
 int main(int argc, char **argv)
 {
+    BenchProbe::mark("main");
     return runAgentApp(argc, argv, ZQBAgentApplication::Options{AgentRunner(), {}},
                        [](ZQBAgentApplication &agent) {
+                           BenchProbe::mark("launched");
                            if (!BenchProbe::enabled())
                                return;
                            AgentModel &model = agent.model();

@@ -96,11 +96,14 @@ pss_kib() { awk '/^Pss:/ {print $2}' "/proc/$1/smaps_rollup"; }
 # Starts a program through the launcher; sets L_PID, L_WINDOW, L_EXEC_NS, L_MAP_MS.
 launch() {
     local line
-    line=$("$launcher" launch --timeout 30 -- "$@" 2>>"$work/launch.log") || {
-        echo "measure.sh: $1 mapped no window; see $work/launch.log" >&2
+    # Into a file, not a pipe: the program inherits the launcher's output and
+    # keeps it open, so a command substitution would wait for it to exit.
+    "$launcher" launch --timeout 30 -- "$@" >"$work/launch.out" 2>>"$work/launch.log" || {
+        echo "measure.sh: $1 mapped no window:" >&2
         cat "$work/launch.log" >&2
         exit 1
     }
+    line=$(cat "$work/launch.out")
     L_PID=$(sed 's/.*pid=\([0-9]*\).*/\1/' <<<"$line")
     L_WINDOW=$(sed 's/.*window=\(0x[0-9a-f]*\).*/\1/' <<<"$line")
     L_EXEC_NS=$(sed 's/.*exec_ns=\([0-9]*\).*/\1/' <<<"$line")
@@ -119,26 +122,48 @@ value_of() { awk -v k="$2" '$1 == k {print $2; exit}' "$1"; }
 ns_to_ms() { awk -v a="$1" -v b="$2" 'BEGIN {printf "%.3f", (a - b) / 1e6}'; }
 
 # --- A: start-up and memory, floor / app / probed app alternating --------------
-echo "Start-up and memory: $runs runs each, alternating (engine answers at once)..." >&2
-for ((run = 1; run <= runs; run++)); do
-    launch "$floor"
-    put floor.map_ms "$L_MAP_MS"
-    sleep 5
-    put floor.pss_kib "$(pss_kib "$L_PID")"
-    stop "$L_PID"
-
+# PSS shares each shared page among the processes that map it, so it moves
+# with whatever else runs on the machine: the floor and the app are sampled at
+# the same moment, and the private and anonymous figures, which other
+# processes cannot move, are recorded beside it.
+put_memory() { # prefix pid
+    awk -v p="$1" '/^Pss:/ {pss = $2} /^Pss_Anon:/ {anon = $2} /^Private_/ {priv += $2}
+        END {print p ".pss_kib", pss; print p ".pss_anon_kib", anon; print p ".private_kib", priv}' \
+        "/proc/$2/smaps_rollup" >>"$results"
+}
+start_app() {
     : >"$engine_log"
     launch "$app"
+    app_pid=$L_PID
     put app.map_ms "$L_MAP_MS"
     if wait_for_line "$engine_log" ui-status 15; then
         first_ns=$(awk '$2 == "ui-status" {print $1; exit}' "$engine_log")
         put app.first_refresh_started_ms "$(ns_to_ms "$first_ns" "$L_EXEC_NS")"
-        sleep 5
-        put app.pss_kib "$(pss_kib "$L_PID")"
     else
         echo "measure.sh: the app never asked for ui-status" >&2
     fi
-    stop "$L_PID"
+}
+start_floor() {
+    launch "$floor"
+    floor_pid=$L_PID
+    put floor.map_ms "$L_MAP_MS"
+}
+echo "Start-up and memory: $runs runs each, alternating (engine answers at once)..." >&2
+for ((run = 1; run <= runs; run++)); do
+    if ((run % 2)); then
+        start_floor
+        sleep 1
+        start_app
+    else
+        start_app
+        sleep 1
+        start_floor
+    fi
+    sleep 5 # after the app's first refresh
+    put_memory floor "$floor_pid"
+    put_memory app "$app_pid"
+    stop "$app_pid"
+    stop "$floor_pid"
 
     out="$work/probe-$run.txt"
     : >"$engine_log"
@@ -146,13 +171,18 @@ for ((run = 1; run <= runs; run++)); do
         launch "$probed_app"
     put probed.map_ms "$L_MAP_MS"
     if wait_for_line "$out" '^done' $((30 + refreshes / 20)); then
-        on_screen=$(value_of "$out" state_on_screen_ns)
-        [ -n "$on_screen" ] && put probed.state_on_screen_ms "$(ns_to_ms "$on_screen" "$L_EXEC_NS")"
-        put probed.pss_first_kib "$(value_of "$out" pss_first_kib)"
-        put probed.pss_after_n_kib "$(value_of "$out" "pss_after_${refreshes}_kib")"
-        put probed.pss_after_2n_kib "$(value_of "$out" "pss_after_$((2 * refreshes))_kib")"
+        for k in main qapp launched first_refresh state_on_screen; do
+            ns=$(value_of "$out" "${k}_ns")
+            [ -n "$ns" ] && put "probed.${k}_ms" "$(ns_to_ms "$ns" "$L_EXEC_NS")"
+        done
+        for k in pss pss_anon private; do
+            put "probed.${k}_first_kib" "$(value_of "$out" "${k}_first_kib")"
+            put "probed.${k}_after_n_kib" "$(value_of "$out" "${k}_after_${refreshes}_kib")"
+            put "probed.${k}_after_2n_kib" "$(value_of "$out" "${k}_after_$((2 * refreshes))_kib")"
+        done
         for k in cpu_per_refresh_us main_cpu_per_refresh_us wall_per_refresh_us \
-            idle_max_stall_us max_stall_us stall_over_4ms stall_over_8ms; do
+            idle_max_gap_us idle_max_stall_us max_gap_us max_stall_us stall_over_4ms \
+            stall_over_8ms; do
             put "probed.$k" "$(value_of "$out" "$k")"
         done
         grep '^error' "$out" >&2 || true
@@ -224,6 +254,15 @@ for ((run = 1; run <= idle_runs; run++)); do
     echo "  idle run $run/$idle_runs done" >&2
 done
 
+# --- derived figures ------------------------------------------------------------
+awk '$1 == "floor.pss_kib" {f[++nf] = $2} $1 == "app.pss_kib" {a[++na] = $2}
+    END {for (i = 1; i <= na && i <= nf; i++) print "app_minus_floor.pss_kib", a[i] - f[i]}' \
+    "$results" >>"$results.tmp"
+awk '$1 == "probed.pss_anon_after_n_kib" {x[++n] = $2} $1 == "probed.pss_anon_after_2n_kib" {y[++m] = $2}
+    END {for (i = 1; i <= n && i <= m; i++) print "probed.anon_growth_kib", y[i] - x[i]}' \
+    "$results" >>"$results.tmp"
+[ -f "$results.tmp" ] && cat "$results.tmp" >>"$results" && rm -f "$results.tmp"
+
 # --- report --------------------------------------------------------------------
 stats() { # figure -> "median (min to max)"
     awk -v k="$1" '$1 == k && $2 != "" {v[n++] = $2 + 0}
@@ -252,19 +291,33 @@ row() { printf '%-44s %-28s %-28s %s\n' "$@"; }
     row "exec -> first ui-status started, ms" "" "$(stats app.first_refresh_started_ms)" ""
     row "exec -> engine state on screen, ms" "(map) $(stats floor.map_ms)" "$(stats probed.state_on_screen_ms)" \
         "<= $(awk -v f="$floor_map" 'BEGIN {printf "%.1f", f + 40}') $(verdict "$(median probed.state_on_screen_ms)" "$(awk -v f="$floor_map" 'BEGIN {print f + 40}')")"
+    row "  probed: exec -> main(), ms" "" "$(stats probed.main_ms)" ""
+    row "  probed: exec -> QApplication made, ms" "" "$(stats probed.qapp_ms)" ""
+    row "  probed: exec -> window built and shown, ms" "" "$(stats probed.launched_ms)" ""
+    row "  probed: exec -> first status applied, ms" "" "$(stats probed.first_refresh_ms)" ""
     row "PSS 5 s after first refresh, KiB" "$(stats floor.pss_kib)" "$(stats app.pss_kib)" \
-        "<= $((${floor_pss%.*} + 12288)) $(verdict "$(median app.pss_kib)" "$((${floor_pss%.*} + 12288))")"
-    row "  probed build, KiB" "" "$(stats probed.pss_first_kib)" ""
-    row "  after $refreshes refreshes, KiB" "" "$(stats probed.pss_after_n_kib)" ""
-    row "  after $((2 * refreshes)) refreshes, KiB" "" "$(stats probed.pss_after_2n_kib)" ""
+        "<= floor + 12288 $(verdict "$(median app.pss_kib)" "$(awk -v f="$floor_pss" 'BEGIN {print f + 12288}')")"
+    row "  app minus floor, same moment, KiB" "" "$(stats app_minus_floor.pss_kib)" \
+        "<= 12288 $(verdict "$(median app_minus_floor.pss_kib)" 12288)"
+    row "  Pss_Anon, KiB" "$(stats floor.pss_anon_kib)" "$(stats app.pss_anon_kib)" ""
+    row "  Private (clean+dirty), KiB" "$(stats floor.private_kib)" "$(stats app.private_kib)" ""
+    for k in pss pss_anon private; do
+        row "probed app $k: 5 s after first refresh, KiB" "" "$(stats "probed.${k}_first_kib")" ""
+        row "  after $refreshes refreshes, KiB" "" "$(stats "probed.${k}_after_n_kib")" ""
+        row "  after $((2 * refreshes)) refreshes, KiB" "" "$(stats "probed.${k}_after_2n_kib")" ""
+    done
+    row "  growth, second $refreshes refreshes: Pss_Anon, KiB" "" "$(stats probed.anon_growth_kib)" \
+        "no growth (noise ~ +-100)"
     row "app CPU per refresh (all threads), us" "" "$(stats probed.cpu_per_refresh_us)" \
         "<= 2000 $(verdict "$(median probed.cpu_per_refresh_us)" 2000)"
     row "  main thread only, us" "" "$(stats probed.main_cpu_per_refresh_us)" ""
     row "  wall time per refresh, us" "" "$(stats probed.wall_per_refresh_us)" ""
-    row "longest main-thread gap, 200 refreshes, us" "" "$(stats probed.max_stall_us)" \
+    row "longest main-thread stall, 200 refreshes, us" "" "$(stats probed.max_stall_us)" \
         "<= 8000 $(verdict "$(median probed.max_stall_us)" 8000)"
-    row "  same probe with no refreshes, us" "" "$(stats probed.idle_max_stall_us)" ""
-    row "  gaps over 4 ms / over 8 ms" "" "$(median probed.stall_over_4ms) / $(median probed.stall_over_8ms)" ""
+    row "  stall gaps over 4 ms / over 8 ms" "" "$(median probed.stall_over_4ms) / $(median probed.stall_over_8ms)" ""
+    row "  same with no refreshes, us" "" "$(stats probed.idle_max_stall_us)" ""
+    row "  wall-clock gap incl. waiting for a CPU, us" "" "$(stats probed.max_gap_us)" ""
+    row "  same with no refreshes, us" "" "$(stats probed.idle_max_gap_us)" ""
     row "idle hidden: wakeups per min, all threads" "$(stats floor.idle_wakeups_per_min)" "$(stats app.idle_wakeups_per_min)" ""
     row "  main thread, per min" "$(stats floor.idle_main_wakeups_per_min)" "$(stats app.idle_main_wakeups_per_min)" ""
     row "  refreshes per min (engine runs)" "" "$(stats app.idle_refreshes_per_min)" ""
