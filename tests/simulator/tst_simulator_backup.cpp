@@ -346,7 +346,7 @@ private slots:
         QProcess *backup = sim.start({QStringLiteral("backup-all")}, this);
         QVERIFY(backup->waitForStarted(5000));
         QVERIFY(sim.waitForRunningBackup());
-        const QString attempt = *sim.status()->runtime.lastBackupAttemptAt;
+        const QByteArray agentBefore = sim.snapshot().value(QStringLiteral("agent.json"));
 
         // A second run started in the background leaves at once and changes nothing.
         QElapsedTimer timer;
@@ -356,13 +356,14 @@ private slots:
         QVERIFY(background.succeeded());
         QVERIFY(timer.elapsed() < 2000 * sim.pollSeconds() + 1000);
         QVERIFY(background.output.isEmpty());
+        QCOMPARE(sim.snapshot().value(QStringLiteral("agent.json")), agentBefore);
+        QVERIFY(sim.waitForRunningBackup(0)); // the first one is still running
         // A second user-started run waits for the first instead of running beside it.
         QProcess *waiting = sim.start({QStringLiteral("backup-all")}, this);
         QVERIFY(waiting->waitForStarted(5000));
         QVERIFY(!waiting->waitForFinished(300));
-        QCOMPARE(*sim.status()->runtime.lastBackupAttemptAt, attempt);
-        QVERIFY(backup->waitForFinished(20000));
-        QVERIFY(waiting->waitForFinished(20000));
+        QVERIFY(backup->waitForFinished(120000));
+        QVERIFY(waiting->waitForFinished(120000));
         QCOMPARE(backup->exitCode(), 0);
         QCOMPARE(waiting->exitCode(), 0);
     }
@@ -377,7 +378,7 @@ private slots:
         QVERIFY(backup->waitForStarted(5000));
         QVERIFY(sim.waitForRunningBackup());
         QVERIFY(sim.run({QStringLiteral("set-condition"), QStringLiteral("offline")}).succeeded());
-        QVERIFY(backup->waitForFinished(20000));
+        QVERIFY(backup->waitForFinished(120000));
         QCOMPARE(backup->exitCode(), 1);
         QVERIFY(backup->readAllStandardError().contains("went offline"));
         const auto status = sim.status();
@@ -391,10 +392,10 @@ private slots:
         SimProcess sim;
         const QString tree = makeTree();
         QVERIFY(sim.enroll());
+        sim.paceForPolls(8); // measured before the schedule is on, or it would start a backup
         AgentSettings settings = settingsFor({tree});
         settings.enabled = true;
         QVERIFY(sim.configure(settings));
-        sim.paceForPolls(8);
 
         // Run through a pipe that is read to its end, as the app reads the
         // engine: the background backup must not hold it open.
@@ -414,7 +415,7 @@ private slots:
         QCOMPARE(first->runtime.state, QStringLiteral("backing-up"));
         QVERIFY(first->runtime.backupProgress);
         // The pipe closed while the backup was still running.
-        QVERIFY(sim.status()->runtime.active);
+        QVERIFY(sim.waitForRunningBackup(0));
 
         // The periodic refresh sees it progress and finish.
         const auto done = sim.statusWhen([](const AgentUIStatus &s) { return !s.runtime.active; });
@@ -472,7 +473,7 @@ private slots:
         const SimResult refused = sim.run({QStringLiteral("autonomous-update")});
         QCOMPARE(refused.exitCode, 1);
         QVERIFY(refused.errorText().contains(QStringLiteral("A backup is running")));
-        QVERIFY(backup->waitForFinished(20000));
+        QVERIFY(backup->waitForFinished(120000));
         QVERIFY(sim.run({QStringLiteral("autonomous-update")}).succeeded());
     }
 };
