@@ -13,6 +13,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <unistd.h>
@@ -56,6 +57,9 @@ int usageError(const QString &problem)
 QByteArray readStandardInput(qsizetype limit, bool *tooLarge)
 {
     QByteArray data;
+    // Reserved up front so a secret is never left behind in a buffer that
+    // growth has released.
+    data.reserve(std::min<qsizetype>(limit, 64 * 1024));
     *tooLarge = false;
     char buffer[4096];
     while (true) {
