@@ -10,6 +10,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/resource.h>
+#include <tuple>
 #include <time.h>
 #include <unistd.h>
 
@@ -112,23 +113,24 @@ void BenchProbe::recordMemory(const QString &when)
     record(QStringLiteral("private_%1_kib").arg(when), rollupKib("Private"));
 }
 
-qint64 BenchProbe::runDelayNs() const
+std::pair<qint64, qint64> BenchProbe::schedstat() const
 {
     // "<on-CPU ns> <waiting-for-a-CPU ns> <slices>" of this (the main) thread.
     char text[96];
     const ssize_t n = m_schedstat >= 0 ? pread(m_schedstat, text, sizeof text - 1, 0) : -1;
     if (n <= 0)
-        return 0;
+        return {0, 0};
     text[n] = '\0';
-    const char *second = std::strchr(text, ' ');
-    return second ? std::strtoll(second + 1, nullptr, 10) : 0;
+    char *end = nullptr;
+    const qint64 onCpu = std::strtoll(text, &end, 10);
+    return {onCpu, std::strtoll(end, nullptr, 10)};
 }
 
 void BenchProbe::startProbe()
 {
-    m_maxGapNs = m_maxStallNs = 0;
+    m_maxGapNs = m_maxStallNs = m_maxBusyNs = 0;
     m_over4 = m_over8 = 0;
-    m_lastDelayNs = runDelayNs();
+    std::tie(m_lastCpuNs, m_lastDelayNs) = schedstat();
     m_sinceTick.start();
     m_probe->start();
 }
@@ -220,6 +222,7 @@ void BenchProbe::startPasses()
              m_probe->stop();
              record(QStringLiteral("idle_max_gap_us"), m_maxGapNs / 1000);
              record(QStringLiteral("idle_max_stall_us"), m_maxStallNs / 1000);
+             record(QStringLiteral("idle_max_busy_us"), m_maxBusyNs / 1000);
          }},
         {QStringLiteral("stall"), stallPassRefreshes,
          [this] { startProbe(); },
@@ -227,6 +230,7 @@ void BenchProbe::startPasses()
              m_probe->stop();
              record(QStringLiteral("max_gap_us"), m_maxGapNs / 1000);
              record(QStringLiteral("max_stall_us"), m_maxStallNs / 1000);
+             record(QStringLiteral("max_busy_us"), m_maxBusyNs / 1000);
              record(QStringLiteral("stall_over_4ms"), m_over4);
              record(QStringLiteral("stall_over_8ms"), m_over8);
          }},
@@ -260,8 +264,10 @@ void BenchProbe::probeTick()
 {
     const qint64 gap = m_sinceTick.nsecsElapsed();
     m_sinceTick.start();
-    const qint64 delay = runDelayNs();
+    const auto [cpu, delay] = schedstat();
     const qint64 stall = gap - (delay - m_lastDelayNs);
+    m_maxBusyNs = qMax(m_maxBusyNs, cpu - m_lastCpuNs);
+    m_lastCpuNs = cpu;
     m_lastDelayNs = delay;
     m_maxGapNs = qMax(m_maxGapNs, gap);
     m_maxStallNs = qMax(m_maxStallNs, stall);

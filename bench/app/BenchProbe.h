@@ -23,7 +23,10 @@ class QTimer;
 //   max_stall_us        the same gaps less the time the thread waited for a
 //                       CPU (schedstat run delay): what the app itself held
 //                       the loop for, by computing or blocking
-//   stall_over_4ms, stall_over_8ms, idle_max_gap_us, idle_max_stall_us
+//   max_busy_us         the most CPU the main thread used between two ticks:
+//                       work that held the loop, whatever the machine did
+//   stall_over_4ms, stall_over_8ms, idle_max_gap_us, idle_max_stall_us,
+//   idle_max_busy_us
 // then quits the app. ZQB_BENCH_REFRESHES (default 1000) sets the size of the
 // two memory passes; the CPU and stall passes are 200 refreshes each.
 class BenchProbe : public QObject
@@ -64,7 +67,8 @@ private:
     void finish();
     void recordMemory(const QString &when);
     void startProbe();
-    qint64 runDelayNs() const;
+    std::pair<qint64, qint64> schedstat() const; // on-CPU and run-delay ns
+
 
     std::function<void()> m_refresh;
     QFile m_out;
@@ -81,7 +85,9 @@ private:
     QTimer *m_probe = nullptr;
     QElapsedTimer m_sinceTick;
     int m_schedstat = -1;
+    qint64 m_lastCpuNs = 0;
     qint64 m_lastDelayNs = 0;
+    qint64 m_maxBusyNs = 0;
     qint64 m_maxGapNs = 0;
     qint64 m_maxStallNs = 0;
     int m_over4 = 0;
