@@ -10,8 +10,8 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/resource.h>
-#include <tuple>
 #include <time.h>
+#include <tuple>
 #include <unistd.h>
 
 namespace {
@@ -75,7 +75,10 @@ void BenchProbe::mark(const char *name)
     marks().append({QString::fromLatin1(name) + QStringLiteral("_ns"), monotonicNs()});
 }
 
-bool BenchProbe::enabled() { return !qEnvironmentVariableIsEmpty("ZQB_BENCH_OUT"); }
+bool BenchProbe::enabled()
+{
+    return !qEnvironmentVariableIsEmpty("ZQB_BENCH_OUT");
+}
 
 qint64 BenchProbe::monotonicNs()
 {
@@ -191,15 +194,19 @@ void BenchProbe::startPasses()
 {
     const int n = m_refreshTarget;
     m_passes = {
-        {QStringLiteral("memory"), n, {}, [this, n] {
-             QTimer::singleShot(settleMs / 2, this, [this, n] {
-                 recordMemory(QStringLiteral("after_%1").arg(n));
-             });
+        {QStringLiteral("memory"),
+         n,
+         {},
+         [this, n] {
+             QTimer::singleShot(settleMs / 2, this,
+                                [this, n] { recordMemory(QStringLiteral("after_%1").arg(n)); });
          }},
-        {QStringLiteral("memory"), n, {}, [this, n] {
-             QTimer::singleShot(settleMs / 2, this, [this, n] {
-                 recordMemory(QStringLiteral("after_%1").arg(2 * n));
-             });
+        {QStringLiteral("memory"),
+         n,
+         {},
+         [this, n] {
+             QTimer::singleShot(settleMs / 2, this,
+                                [this, n] { recordMemory(QStringLiteral("after_%1").arg(2 * n)); });
          }},
         {QStringLiteral("cpu"), cpuPassRefreshes,
          [this] {
@@ -216,16 +223,14 @@ void BenchProbe::startPasses()
                     (monotonicNs() - m_wallStartNs) / 1000 / cpuPassRefreshes);
          }},
         // The probe alone first: how long this machine stalls an idle loop.
-        {QStringLiteral("idle-stall"), 0,
-         [this] { startProbe(); },
+        {QStringLiteral("idle-stall"), 0, [this] { startProbe(); },
          [this] {
              m_probe->stop();
              record(QStringLiteral("idle_max_gap_us"), m_maxGapNs / 1000);
              record(QStringLiteral("idle_max_stall_us"), m_maxStallNs / 1000);
              record(QStringLiteral("idle_max_busy_us"), m_maxBusyNs / 1000);
          }},
-        {QStringLiteral("stall"), stallPassRefreshes,
-         [this] { startProbe(); },
+        {QStringLiteral("stall"), stallPassRefreshes, [this] { startProbe(); },
          [this] {
              m_probe->stop();
              record(QStringLiteral("max_gap_us"), m_maxGapNs / 1000);

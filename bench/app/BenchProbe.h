@@ -69,7 +69,6 @@ private:
     void startProbe();
     std::pair<qint64, qint64> schedstat() const; // on-CPU and run-delay ns
 
-
     std::function<void()> m_refresh;
     QFile m_out;
     QString m_title;

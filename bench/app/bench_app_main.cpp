@@ -16,7 +16,10 @@
 
 namespace {
 
-void markApplicationMade() { BenchProbe::mark("qapp"); }
+void markApplicationMade()
+{
+    BenchProbe::mark("qapp");
+}
 
 void fixProgressLines(QWidget &window)
 {
@@ -44,9 +47,8 @@ int main(int argc, char **argv)
                                QLatin1String("fixed-progress-lines"))
                                fixProgressLines(agent.mainWindow());
                            AgentModel &model = agent.model();
-                           auto *probe = new BenchProbe(
-                               [&model] { model.refresh(false, false); }, &model,
-                               SIGNAL(statusChanged()));
+                           auto *probe = new BenchProbe([&model] { model.refresh(false, false); },
+                                                        &model, SIGNAL(statusChanged()));
                            probe->setParent(&model);
                        });
 }

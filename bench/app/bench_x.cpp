@@ -50,7 +50,10 @@ long windowPid(Display *display, Window window)
     return pid;
 }
 
-int ignoreErrors(Display *, XErrorEvent *) { return 0; }
+int ignoreErrors(Display *, XErrorEvent *)
+{
+    return 0;
+}
 
 int launch(int argc, char **argv)
 {
