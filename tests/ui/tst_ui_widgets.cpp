@@ -2,11 +2,13 @@
 #include "ConnectionSection.h"
 #include "DialogFolderChooser.h"
 #include "DotWidget.h"
+#include "LineLabel.h"
 #include "MessageCard.h"
 #include "StatusBadge.h"
 #include "Symbols.h"
 #include "UiTestSupport.h"
 #include "VersionCapsule.h"
+#include "WrappedLabel.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -79,6 +81,67 @@ private slots:
                  QStringLiteral("Last progress recently"));
         QCOMPARE(child<QLabel>(badge, "badgeElapsed")->text(),
                  QStringLiteral("Elapsed time 1 min 1 sec"));
+    }
+
+    void badgeProgressLinesElideWithoutMovingTheLayout()
+    {
+        StatusBadge badge;
+        badge.setState(badgeState(runningUpload()));
+        badge.resize(520, badge.heightForWidth(520));
+        badge.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&badge));
+        auto *phase = dynamic_cast<LineLabel *>(child<QLabel>(badge, "badgePhase"));
+        QVERIFY(phase);
+        QCOMPARE(phase->shownText(), phase->text()); // a short line is shown whole
+        const int phaseHeight = phase->height();
+        const int badgeHeight = badge.heightForWidth(520);
+
+        BadgeState state = badgeState(runningUpload());
+        const QString longLine = QStringLiteral("Folder 2/3 \u00b7 ") +
+                                 QStringLiteral("a very long phase description ").repeated(8);
+        state.progress->phaseLine = longLine;
+        state.progress->elapsedLine = QStringLiteral("Elapsed time ") + longLine;
+        badge.setState(state);
+        QCoreApplication::processEvents();
+
+        QCOMPARE(phase->text(), longLine); // the whole text stays readable to tools
+        QVERIFY(phase->shownText().endsWith(QChar(0x2026)));
+        QVERIFY(phase->shownText().startsWith(QStringLiteral("Folder 2/3")));
+        QVERIFY(phase->fontMetrics().horizontalAdvance(phase->shownText()) <= phase->width());
+        QCOMPARE(phase->height(), phaseHeight);
+        QCOMPARE(badge.heightForWidth(520), badgeHeight);
+        QVERIFY(badge.minimumSizeHint().width() < 520);
+    }
+
+    void wrappedLabelHeightFollowsTextAndFont()
+    {
+        WrappedLabel cached(QStringLiteral("Interrupted transfers resume from durable receipts."));
+        QLabel plain(cached.text());
+        plain.setTextFormat(Qt::PlainText);
+        plain.setWordWrap(true);
+        QVERIFY(cached.wordWrap());
+        QCOMPARE(cached.heightForWidth(120), plain.heightForWidth(120));
+        QCOMPARE(cached.heightForWidth(120), plain.heightForWidth(120)); // from the cache
+        const int oneText = cached.heightForWidth(120);
+
+        const QString longer = cached.text().repeated(3);
+        cached.setText(longer);
+        plain.setText(longer);
+        QVERIFY(cached.heightForWidth(120) > oneText);
+        QCOMPARE(cached.heightForWidth(120), plain.heightForWidth(120));
+        QCOMPARE(cached.heightForWidth(400), plain.heightForWidth(400));
+
+        QFont big = cached.font();
+        big.setPointSizeF(big.pointSizeF() * 2);
+        const int smallFont = cached.heightForWidth(120);
+        cached.setFont(big);
+        plain.setFont(big);
+        QVERIFY(cached.heightForWidth(120) > smallFont);
+        QCOMPARE(cached.heightForWidth(120), plain.heightForWidth(120));
+
+        cached.setContentsMargins(0, 10, 0, 10);
+        plain.setContentsMargins(0, 10, 0, 10);
+        QCOMPARE(cached.heightForWidth(120), plain.heightForWidth(120));
     }
 
     void badgeSpinnerWhenIndeterminate()

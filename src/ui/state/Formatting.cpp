@@ -121,10 +121,30 @@ std::optional<QDateTime> parseInternetDateTime(QStringView text)
     return QDateTime(date, time, Qt::OffsetFromUTC, offsetSeconds);
 }
 
-QString standardTimeFormat(const QLocale &locale)
+namespace {
+
+// The derived formats depend only on the locale's own pattern, so each thread
+// remembers the last pattern it converted: every refresh formats the same
+// dates in the same locale.
+struct DerivedFormat
+{
+    QString pattern;
+    QString format;
+    bool valid = false;
+};
+
+template <typename Derive>
+QString derivedOnce(DerivedFormat &cache, const QString &pattern, Derive derive)
+{
+    if (!cache.valid || cache.pattern != pattern)
+        cache = {pattern, derive(pattern), true};
+    return cache.format;
+}
+
+QString deriveTimeFormat(const QString &pattern)
 {
     // The long time style minus its time-zone field.
-    QList<FormatToken> tokens = tokenize(locale.timeFormat(QLocale::LongFormat));
+    QList<FormatToken> tokens = tokenize(pattern);
     QList<FormatToken> kept;
     for (const FormatToken &t : tokens) {
         if (t.field && t.text.startsWith(QLatin1Char('t'))) {
@@ -137,10 +157,10 @@ QString standardTimeFormat(const QLocale &locale)
     return join(kept);
 }
 
-QString abbreviatedDateFormat(const QLocale &locale)
+QString deriveDateFormat(const QString &pattern)
 {
     // The long date style without its weekday and with short month names.
-    QList<FormatToken> tokens = tokenize(locale.dateFormat(QLocale::LongFormat));
+    QList<FormatToken> tokens = tokenize(pattern);
     QList<FormatToken> kept;
     bool dropSeparators = false;
     for (FormatToken t : tokens) {
@@ -159,6 +179,20 @@ QString abbreviatedDateFormat(const QLocale &locale)
     while (!kept.isEmpty() && !kept.last().field && !kept.last().text.startsWith(QLatin1Char('\'')))
         kept.removeLast();
     return join(kept);
+}
+
+} // namespace
+
+QString standardTimeFormat(const QLocale &locale)
+{
+    thread_local DerivedFormat cache;
+    return derivedOnce(cache, locale.timeFormat(QLocale::LongFormat), deriveTimeFormat);
+}
+
+QString abbreviatedDateFormat(const QLocale &locale)
+{
+    thread_local DerivedFormat cache;
+    return derivedOnce(cache, locale.dateFormat(QLocale::LongFormat), deriveDateFormat);
 }
 
 QString compactDate(const QString &text)

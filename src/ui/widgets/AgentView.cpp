@@ -11,6 +11,7 @@
 #include "Symbols.h"
 #include "VersionCapsule.h"
 #include "WidgetStyle.h"
+#include "WrappedLabel.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -29,10 +30,8 @@ namespace {
 
 QLabel *wrappedLabel(const QString &text, const char *name)
 {
-    auto *label = new QLabel(text);
+    auto *label = new WrappedLabel(text);
     label->setObjectName(QLatin1String(name));
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
     return label;
 }
 

@@ -2,12 +2,14 @@
 
 #include "Symbols.h"
 #include "WidgetStyle.h"
+#include "WrappedLabel.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 
-BetaWarning::BetaWarning(QWidget *parent) : QWidget(parent), m_icon(new QLabel), m_text(new QLabel)
+BetaWarning::BetaWarning(QWidget *parent)
+    : QWidget(parent), m_icon(new QLabel), m_text(new WrappedLabel)
 {
     setObjectName(QStringLiteral("betaWarning"));
     auto *row = new QHBoxLayout(this);
@@ -19,7 +21,6 @@ BetaWarning::BetaWarning(QWidget *parent) : QWidget(parent), m_icon(new QLabel),
     m_text->setObjectName(QStringLiteral("betaWarningText"));
     m_text->setText(QStringLiteral("Beta: keep an independent verified backup. Test restoring "
                                    "before relying on ZQB for important data."));
-    m_text->setWordWrap(true);
     m_text->setFont(WidgetStyle::captionFont(font()));
     row->addWidget(m_text, 1);
     applyColors();

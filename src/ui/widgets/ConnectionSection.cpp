@@ -2,6 +2,7 @@
 
 #include "Symbols.h"
 #include "WidgetStyle.h"
+#include "WrappedLabel.h"
 
 #include <QEvent>
 #include <QGridLayout>
@@ -27,12 +28,10 @@ ConnectionSection::ConnectionSection(QWidget *parent)
     m_grid->setColumnStretch(1, 1);
     for (int i = 0; i < rowCount; ++i) {
         auto *label = new QLabel;
-        auto *value = new QLabel;
+        auto *value = new WrappedLabel;
         label->setObjectName(QStringLiteral("detailLabel%1").arg(i));
         value->setObjectName(QStringLiteral("detailValue%1").arg(i));
         label->setTextFormat(Qt::PlainText);
-        value->setTextFormat(Qt::PlainText);
-        value->setWordWrap(true);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse);
         label->setBuddy(value);
         m_grid->addWidget(label, i, 0, Qt::AlignLeft | Qt::AlignVCenter);
@@ -48,9 +47,8 @@ ConnectionSection::ConnectionSection(QWidget *parent)
     card->setSpacing(8);
     m_updateIcon->setFixedSize(18, 18);
     card->addWidget(m_updateIcon);
-    auto *cardText = new QLabel(QStringLiteral("A newer compatible ZQB Agent is available."));
+    auto *cardText = new WrappedLabel(QStringLiteral("A newer compatible ZQB Agent is available."));
     cardText->setObjectName(QStringLiteral("updateText"));
-    cardText->setWordWrap(true);
     card->addWidget(cardText, 1);
     m_install->setObjectName(QStringLiteral("installButton"));
     m_install->setText(QStringLiteral("Install verified update"));

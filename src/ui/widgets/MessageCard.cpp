@@ -4,6 +4,7 @@
 #include "Symbols.h"
 #include "TextFit.h"
 #include "WidgetStyle.h"
+#include "WrappedLabel.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -17,7 +18,7 @@ constexpr int maxLines = 3;
 }
 
 MessageCard::MessageCard(ColorRole role, QWidget *parent)
-    : QFrame(parent), m_role(role), m_dot(new DotWidget(9)), m_label(new QLabel),
+    : QFrame(parent), m_role(role), m_dot(new DotWidget(9)), m_label(new WrappedLabel),
       m_dismiss(new QToolButton)
 {
     setObjectName(role == ColorRole::Red ? QStringLiteral("errorCard")
@@ -35,8 +36,6 @@ MessageCard::MessageCard(ColorRole role, QWidget *parent)
     row->addLayout(dotColumn);
 
     m_label->setObjectName(QStringLiteral("cardText"));
-    m_label->setTextFormat(Qt::PlainText);
-    m_label->setWordWrap(true);
     m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_label->installEventFilter(this);

@@ -2,7 +2,9 @@
 
 #include "BusySpinner.h"
 #include "DotWidget.h"
+#include "LineLabel.h"
 #include "WidgetStyle.h"
+#include "WrappedLabel.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -16,12 +18,20 @@ namespace {
 
 constexpr int barSteps = 1000;
 
+// The title, message and error wrap: a message can be long and must stay whole.
 QLabel *makeLabel(const char *name, QWidget *parent)
 {
-    auto *label = new QLabel(parent);
+    auto *label = new WrappedLabel(parent);
     label->setObjectName(QLatin1String(name));
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
+    return label;
+}
+
+// The progress lines change on every refresh while a backup runs; as single
+// lines of fixed height their new texts only repaint them.
+QLabel *makeLine(const char *name, QWidget *parent)
+{
+    auto *label = new LineLabel(parent);
+    label->setObjectName(QLatin1String(name));
     return label;
 }
 
@@ -38,8 +48,8 @@ StatusBadge::StatusBadge(QWidget *parent)
     : QWidget(parent), m_dot(new DotWidget(12)), m_title(makeLabel("badgeTitle", this)),
       m_message(makeLabel("badgeMessage", this)), m_error(makeLabel("badgeError", this)),
       m_progress(new QWidget(this)), m_bar(new QProgressBar), m_spinner(new BusySpinner(16)),
-      m_phase(makeLabel("badgePhase", this)), m_lastProgress(makeLabel("badgeLastProgress", this)),
-      m_elapsed(makeLabel("badgeElapsed", this))
+      m_phase(makeLine("badgePhase", this)), m_lastProgress(makeLine("badgeLastProgress", this)),
+      m_elapsed(makeLine("badgeElapsed", this))
 {
     setObjectName(QStringLiteral("statusBadge"));
     m_dot->setObjectName(QStringLiteral("badgeDot"));
@@ -83,7 +93,6 @@ StatusBadge::StatusBadge(QWidget *parent)
     barRow->addWidget(m_bar, 0, Qt::AlignVCenter);
     barRow->addWidget(m_spinner, 0, Qt::AlignVCenter);
     m_phase->setFont(WidgetStyle::captionFont(font()));
-    m_phase->setWordWrap(false);
     barRow->addWidget(m_phase, 1, Qt::AlignVCenter);
     progressColumn->addLayout(barRow);
     m_lastProgress->setFont(WidgetStyle::caption2Font(font()));
