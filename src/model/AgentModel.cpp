@@ -85,97 +85,79 @@ AgentModel::~AgentModel()
 
 // Every assignment announces itself, also of an equal value.
 
+template <typename T>
+void AgentModel::assign(T &field, const T &value, void (AgentModel::*fieldChanged)())
+{
+    field = value;
+    emit(this->*fieldChanged)();
+    emit changed();
+}
+
 void AgentModel::assignStatus(const AgentUIStatus &value)
 {
-    m_status = value;
-    emit statusChanged();
-    emit changed();
+    assign(m_status, std::optional<AgentUIStatus>(value), &AgentModel::statusChanged);
 }
 
 void AgentModel::setInvitation(const QString &value)
 {
     const QString next = value; // `value` may be our own field
     SecretWipe::wipe(m_invitation);
-    m_invitation = next;
-    emit invitationChanged();
-    emit changed();
+    assign(m_invitation, next, &AgentModel::invitationChanged);
 }
 
 void AgentModel::setSources(const QStringList &value)
 {
-    m_sources = value;
-    emit sourcesChanged();
-    emit changed();
+    assign(m_sources, value, &AgentModel::sourcesChanged);
 }
 
 void AgentModel::setIntervalMinutes(qint64 value)
 {
-    m_intervalMinutes = value;
-    emit intervalMinutesChanged();
-    emit changed();
+    assign(m_intervalMinutes, value, &AgentModel::intervalMinutesChanged);
 }
 
 void AgentModel::setScheduleEnabled(bool value)
 {
-    m_scheduleEnabled = value;
-    emit scheduleEnabledChanged();
-    emit changed();
+    assign(m_scheduleEnabled, value, &AgentModel::scheduleEnabledChanged);
 }
 
 void AgentModel::setExclusionText(const QString &value)
 {
-    m_exclusionText = value;
-    emit exclusionTextChanged();
-    emit changed();
+    assign(m_exclusionText, value, &AgentModel::exclusionTextChanged);
 }
 
 void AgentModel::setTransfersPaused(bool value)
 {
-    m_transfersPaused = value;
-    emit transfersPausedChanged();
-    emit changed();
+    assign(m_transfersPaused, value, &AgentModel::transfersPausedChanged);
 }
 
 void AgentModel::setBandwidthLimitKibPerSecond(qint64 value)
 {
-    m_bandwidthLimitKibPerSecond = value;
-    emit bandwidthLimitKibPerSecondChanged();
-    emit changed();
+    assign(m_bandwidthLimitKibPerSecond, value, &AgentModel::bandwidthLimitKibPerSecondChanged);
 }
 
 void AgentModel::setCurrentNetworkMetered(bool value)
 {
-    m_currentNetworkMetered = value;
-    emit currentNetworkMeteredChanged();
-    emit changed();
+    assign(m_currentNetworkMetered, value, &AgentModel::currentNetworkMeteredChanged);
 }
 
 void AgentModel::setAllowMeteredNetwork(bool value)
 {
-    m_allowMeteredNetwork = value;
-    emit allowMeteredNetworkChanged();
-    emit changed();
+    assign(m_allowMeteredNetwork, value, &AgentModel::allowMeteredNetworkChanged);
 }
 
 void AgentModel::assignBusy(bool value)
 {
-    m_busy = value;
-    emit busyChanged();
-    emit changed();
+    assign(m_busy, value, &AgentModel::busyChanged);
 }
 
 void AgentModel::setNotice(const std::optional<QString> &value)
 {
-    m_notice = value;
-    emit noticeChanged();
-    emit changed();
+    assign(m_notice, value, &AgentModel::noticeChanged);
 }
 
 void AgentModel::setError(const std::optional<QString> &value)
 {
-    m_error = value;
-    emit errorChanged();
-    emit changed();
+    assign(m_error, value, &AgentModel::errorChanged);
 }
 
 // Dispatch

@@ -147,6 +147,9 @@ protected:
     encodeTransferPolicyDocument(const TransferPolicy &policy) const;
 
 private:
+    // Stores the value, then tells the field's observers and the whole-object ones.
+    template <typename T>
+    void assign(T &field, const T &value, void (AgentModel::*fieldChanged)());
     void assignStatus(const AgentUIStatus &value);
     void assignBusy(bool value);
     void applyStatus(const CommandResult &result, bool showErrors, bool announceCompletion);
