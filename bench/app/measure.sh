@@ -61,7 +61,10 @@ trap cleanup EXIT
 
 # --- a private X server and session bus --------------------------------------
 exec 3>"$work/display"
-Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp >"$work/xvfb.log" 2>&1 &
+# -noreset: by default the server starts over whenever its last client leaves,
+# which includes compiling the keymap again in a child process (some 20 ms of
+# CPU); between runs that would land on the next program's start-up.
+Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset >"$work/xvfb.log" 2>&1 &
 xvfb_pid=$!
 exec 3>&-
 for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.05; done
@@ -93,9 +96,15 @@ stop() {
     for _ in $(seq 100); do alive "$1" || return 0; sleep 0.05; done
 }
 pss_kib() { awk '/^Pss:/ {print $2}' "/proc/$1/smaps_rollup"; }
+# The machine has few CPUs, so nothing here may start a process while a
+# measured program starts up: a fork of sed or grep would compete with it for
+# a CPU and be counted against it. Parsing and waiting use shell builtins only.
+mkfifo "$work/nap"
+exec {nap_fd}<>"$work/nap" # opened read-write, it never delivers a byte
+nap() { read -rt "$1" -u "$nap_fd" _ || true; }
 # Starts a program through the launcher; sets L_PID, L_WINDOW, L_EXEC_NS, L_MAP_MS.
 launch() {
-    local line
+    local line=""
     # Into a file, not a pipe: the program inherits the launcher's output and
     # keeps it open, so a command substitution would wait for it to exit.
     "$launcher" launch --timeout 30 -- "$@" >"$work/launch.out" 2>>"$work/launch.log" || {
@@ -103,18 +112,26 @@ launch() {
         cat "$work/launch.log" >&2
         exit 1
     }
-    line=$(cat "$work/launch.out")
-    L_PID=$(sed 's/.*pid=\([0-9]*\).*/\1/' <<<"$line")
-    L_WINDOW=$(sed 's/.*window=\(0x[0-9a-f]*\).*/\1/' <<<"$line")
-    L_EXEC_NS=$(sed 's/.*exec_ns=\([0-9]*\).*/\1/' <<<"$line")
-    L_MAP_MS=$(sed 's/.*map_ms=\([0-9.]*\).*/\1/' <<<"$line")
+    IFS= read -r line <"$work/launch.out" || true
+    [[ $line =~ pid=([0-9]+) ]] && L_PID=${BASH_REMATCH[1]}
+    [[ $line =~ window=(0x[0-9a-f]+) ]] && L_WINDOW=${BASH_REMATCH[1]}
+    [[ $line =~ exec_ns=([0-9]+) ]] && L_EXEC_NS=${BASH_REMATCH[1]}
+    [[ $line =~ map_ms=([0-9.]+) ]] && L_MAP_MS=${BASH_REMATCH[1]}
     pids_to_stop+=("$L_PID")
 }
-wait_for_line() { # file pattern timeout-seconds
+file_has_line() { # file extended-regex
+    local line
+    [ -f "$1" ] || return 1
+    while IFS= read -r line; do
+        [[ $line =~ $2 ]] && return 0
+    done <"$1"
+    return 1
+}
+wait_for_line() { # file extended-regex timeout-seconds
     local i
     for ((i = 0; i < $3 * 20; i++)); do
-        grep -q "$2" "$1" 2>/dev/null && return 0
-        sleep 0.05
+        file_has_line "$1" "$2" && return 0
+        nap 0.05
     done
     return 1
 }
@@ -135,13 +152,15 @@ start_app() {
     : >"$engine_log"
     launch "$app"
     app_pid=$L_PID
+    app_exec_ns=$L_EXEC_NS
     put app.map_ms "$L_MAP_MS"
-    if wait_for_line "$engine_log" ui-status 15; then
-        first_ns=$(awk '$2 == "ui-status" {print $1; exit}' "$engine_log")
-        put app.first_refresh_started_ms "$(ns_to_ms "$first_ns" "$L_EXEC_NS")"
-    else
-        echo "measure.sh: the app never asked for ui-status" >&2
-    fi
+    wait_for_line "$engine_log" ' ui-status$' 15 || echo "measure.sh: the app never asked for ui-status" >&2
+}
+# After the sleep that follows start-up, when a process no longer disturbs it.
+put_first_refresh() {
+    local first_ns
+    first_ns=$(awk '$2 == "ui-status" {print $1; exit}' "$engine_log")
+    [ -n "$first_ns" ] && put app.first_refresh_started_ms "$(ns_to_ms "$first_ns" "$app_exec_ns")"
 }
 start_floor() {
     launch "$floor"
@@ -152,14 +171,15 @@ echo "Start-up and memory: $runs runs each, alternating (engine answers at once)
 for ((run = 1; run <= runs; run++)); do
     if ((run % 2)); then
         start_floor
-        sleep 1
+        nap 1
         start_app
     else
         start_app
-        sleep 1
+        nap 1
         start_floor
     fi
-    sleep 5 # after the app's first refresh
+    nap 5 # after the app's first refresh
+    put_first_refresh
     put_memory floor "$floor_pid"
     put_memory app "$app_pid"
     stop "$app_pid"
@@ -167,6 +187,7 @@ for ((run = 1; run <= runs; run++)); do
 
     out="$work/probe-$run.txt"
     : >"$engine_log"
+    nap 1 # as before the other launches: the server has finished with the last clients
     ZQB_BENCH_OUT="$out" ZQB_BENCH_TITLE="$title" ZQB_BENCH_REFRESHES="$refreshes" \
         launch "$probed_app"
     put probed.map_ms "$L_MAP_MS"
@@ -219,7 +240,8 @@ for ((run = 1; run <= idle_runs; run++)); do
     launch "$floor"
     floor_pid=$L_PID floor_window=$L_WINDOW
     launch "$app"
-    app_pid=$L_PID app_window=$L_WINDOW
+    app_pid=$L_PID
+    app_exec_ns=$L_EXEC_NS app_window=$L_WINDOW
     wait_for_line "$engine_log" ui-status 15 || true
     # The app hides its window on close; the floor would quit, so it is unmapped.
     "$launcher" close "$app_window"
