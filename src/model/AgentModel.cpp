@@ -205,6 +205,8 @@ void AgentModel::run(const QStringList &arguments, std::shared_ptr<QByteArray> i
                 completion(result);
             }
             --inFlight;
+            if (self)
+                emit self->settled();
         };
         QMetaObject::invokeMethod(app, std::move(deliver), Qt::QueuedConnection);
     });

@@ -115,6 +115,10 @@ public:
 
 signals:
     void changed(); // after any observable assignment
+    // After one engine command's result has been applied in full (a chain
+    // emits it once per step): its assignments are all made, so a view can
+    // show them at once instead of on its next turn.
+    void settled();
     void statusChanged();
     void invitationChanged();
     void sourcesChanged();
@@ -148,8 +152,7 @@ protected:
 
 private:
     // Stores the value, then tells the field's observers and the whole-object ones.
-    template <typename T>
-    void assign(T &field, const T &value, void (AgentModel::*fieldChanged)());
+    template <typename T> void assign(T &field, const T &value, void (AgentModel::*fieldChanged)());
     void assignStatus(const AgentUIStatus &value);
     void assignBusy(bool value);
     void applyStatus(const CommandResult &result, bool showErrors, bool announceCompletion);

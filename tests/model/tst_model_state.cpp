@@ -25,6 +25,7 @@ private slots:
     void dispatchWithoutBusyLeavesBusyButClearsError();
     void dispatchWithBusyClearsBusyBeforeCompletion();
     void dispatchPassesArgumentsStateHomeAndInput();
+    void settledFollowsEachCompletionOnce();
     void overlappingBusyDispatchesFirstFinisherClearsBusy();
     void presentableError_data();
     void presentableError();
@@ -223,6 +224,25 @@ void ModelStateTest::dispatchWithBusyClearsBusyBeforeCompletion()
     QCOMPARE(received->succeeded, true);
 }
 
+void ModelStateTest::settledFollowsEachCompletionOnce()
+{
+    m_engine->answer(QStringLiteral("configure"), "saved", {}, 0);
+    TestModel model(servicesFor(*m_engine));
+    QStringList order;
+    connect(&model, &AgentModel::settled, this,
+            [&] { order << QStringLiteral("settled busy=%1").arg(int(model.busy())); });
+    // A completion that starts the next command (a chain): each step settles.
+    model.run({QStringLiteral("configure")}, nullptr, true, [&](const CommandResult &) {
+        order << QStringLiteral("first");
+        model.run({QStringLiteral("configure")}, nullptr, true,
+                  [&](const CommandResult &) { order << QStringLiteral("second"); });
+    });
+    QVERIFY(order.isEmpty()); // nothing settles before the engine has answered
+    QTRY_COMPARE(order.size(), 4);
+    QTest::qWait(20);
+    QCOMPARE(order, (QStringList{"first", "settled busy=1", "second", "settled busy=0"}));
+}
+
 void ModelStateTest::dispatchPassesArgumentsStateHomeAndInput()
 {
     TestModel model(servicesFor(*m_engine));
@@ -297,6 +317,9 @@ void ModelStateTest::completionAfterModelIsDestroyedDoesNothing()
     status.runtime.lastBackupAt = QStringLiteral("2026-11-22T10:00:00Z");
     m_engine->answer(QStringLiteral("ui-status"), statusJson(status), {}, 0, 0.3);
     m_engine->answer(QStringLiteral("backup-all"), QByteArray(), {}, 0, 0.3);
+    // Slow too, so the chain's first step cannot complete while the model
+    // still exists (waiting for the runs to start lets events through).
+    m_engine->answer(QStringLiteral("configure"), QByteArray(), {}, 0, 0.3);
     RecordingNotifier notifier;
     StatusBroadcasts broadcasts;
     bool completionCalled = false;
