@@ -15,6 +15,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QHash>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -100,6 +101,23 @@ AgentUIStatus enrolledWith(const QStringList &sources)
     s.settings.sources = sources;
     return s;
 }
+
+// Counts the paints the view receives.
+class PaintWatch : public QObject
+{
+public:
+    explicit PaintWatch(QWidget &view) { view.installEventFilter(this); }
+
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            ++count;
+        return QObject::eventFilter(watched, event);
+    }
+};
 
 } // namespace
 
@@ -305,6 +323,73 @@ private slots:
         QCOMPARE(int(changes.count()) - changesBefore, 9);
         QCOMPARE(w.view.renderCount(), before + 1);
         QCOMPARE(w.find<QComboBox>("intervalPicker")->currentText(), QStringLiteral("4 hours"));
+    }
+
+    void engineResultIsShownTheMomentItIsApplied()
+    {
+        // Rendered as the command's result settles, in that same turn of the
+        // event loop, so no paint in between can show half of it; and once.
+        Window w;
+        QVERIFY(w.show(ScreenStates::setupRequired()));
+        const int before = w.view.renderCount();
+        int rendersWhenSettled = -1;
+        QString badgeWhenSettled;
+        connect(&w.model, &AgentModel::settled, this, [&] {
+            rendersWhenSettled = w.view.renderCount();
+            badgeWhenSettled = w.find<QLabel>("badgeTitle")->text();
+        });
+        w.engine.answer("ui-status", AgentDocuments::encode(ScreenStates::connectedIdle()));
+        w.model.refresh(false, false);
+        QTRY_VERIFY(rendersWhenSettled >= 0);
+        QCOMPARE(rendersWhenSettled, before + 2); // the dispatch's own render, then the result
+        QCOMPARE(badgeWhenSettled, QStringLiteral("Connected"));
+        QCoreApplication::processEvents();
+        QCOMPARE(w.view.renderCount(), before + 2);
+    }
+
+    void firstStatusIsLaidOutBeforeTheFirstPaint()
+    {
+        // The engine answers before the window's first frame (held back here
+        // by disabling updates): by the time the result has settled, the
+        // column is already laid out for it, so that first frame is right.
+        Window w;
+        w.engine.answer(QStringLiteral("ui-status"),
+                        AgentDocuments::encode(enrolledWith({"/Users/me/Documents"})));
+        PaintWatch paints(w.view);
+        w.view.setUpdatesEnabled(false);
+        bool checked = false;
+        int paintsBefore = -1;
+        QString badge;
+        QHash<QString, QRect> placedAtSettle;
+        const auto sectionGeometries = [&w] {
+            QHash<QString, QRect> placed;
+            auto *content = w.find<QWidget>("agentContent");
+            for (QWidget *child : content->findChildren<QWidget *>())
+                if (!child->objectName().isEmpty() && child->isVisibleTo(&w.view))
+                    placed.insert(child->objectName() + QString::number(quintptr(child)),
+                                  QRect(child->mapTo(content, QPoint()), child->size()));
+            return placed;
+        };
+        connect(&w.model, &AgentModel::settled, this, [&] {
+            if (checked)
+                return;
+            checked = true;
+            paintsBefore = paints.count;
+            badge = w.find<QLabel>("badgeTitle")->text();
+            placedAtSettle = sectionGeometries();
+        });
+        w.view.show();
+        QTRY_VERIFY(checked);
+        QCOMPARE(paintsBefore, 0);
+        QCOMPARE(badge, QStringLiteral("Connected"));
+        QVERIFY(!w.shows("restoringBox"));
+        QVERIFY(w.shows("folderRows"));
+        // Nothing moves once the remaining events are handled: every widget
+        // already had its final place when the result settled.
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents();
+        QCOMPARE(sectionGeometries(), placedAtSettle);
+        w.view.setUpdatesEnabled(true);
     }
 
     void renderingNeverWritesTheModel()

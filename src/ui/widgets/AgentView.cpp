@@ -93,6 +93,7 @@ AgentView::AgentView(AgentModel &model, QList<qint64> intervals, QWidget *parent
     bindControls();
 
     connect(&m_model, &AgentModel::changed, this, &AgentView::scheduleRender);
+    connect(&m_model, &AgentModel::settled, this, &AgentView::renderPending);
     m_refreshTimer.setInterval(refreshIntervalMs);
     m_refreshTimer.setTimerType(Qt::CoarseTimer);
     connect(&m_refreshTimer, &QTimer::timeout, this, &AgentView::refreshTick);
@@ -123,6 +124,12 @@ void AgentView::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     m_model.start(); // only its first call acts
+}
+
+void AgentView::paintEvent(QPaintEvent *event)
+{
+    m_painted = true;
+    QWidget::paintEvent(event);
 }
 
 void AgentView::changeEvent(QEvent *event)
@@ -431,7 +438,21 @@ void AgentView::scheduleRender()
     if (m_renderPending)
         return;
     m_renderPending = true;
-    QMetaObject::invokeMethod(this, &AgentView::render, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &AgentView::renderPending, Qt::QueuedConnection);
+}
+
+void AgentView::renderPending()
+{
+    if (!m_renderPending)
+        return;
+    render();
+    if (!m_painted) {
+        // Before the first paint, lay the column out now: the window's first
+        // expose may be handled before the layout requests this render
+        // posted. Each pass lays out one level and may ask the next one up.
+        for (int level = 0; level < layoutDepth; ++level)
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    }
 }
 
 void AgentView::render()

@@ -31,6 +31,8 @@ class AgentView : public QWidget
     Q_OBJECT
 public:
     static constexpr int refreshIntervalMs = 15000;
+    // How deep widgets with their own layouts nest inside the view.
+    static constexpr int layoutDepth = 6;
 
     AgentView(AgentModel &model, QList<qint64> intervals, QWidget *parent = nullptr);
     ~AgentView() override;
@@ -49,6 +51,7 @@ public slots:
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -63,6 +66,7 @@ private:
     void bindControls();
 
     void scheduleRender();
+    void renderPending();
     void render();
     void renderFolders(const QStringList &folders);
     void applyColors();
@@ -79,6 +83,7 @@ private:
     bool m_foldersBuilt = false;
 
     QScrollArea *m_scroll = nullptr;
+    bool m_painted = false;
     QLabel *m_appIcon = nullptr;
     QLabel *m_subtitle = nullptr;
     QLabel *m_versionLine = nullptr;
