@@ -1,20 +1,30 @@
 #include "MainWindow.h"
 
+#include "AgentModel.h"
 #include "AgentView.h"
 #include "AppDelegate.h"
 
 #include <QAction>
 #include <QKeySequence>
 
-MainWindow::MainWindow(AgentModel &model, QWidget *parent) : QMainWindow(parent)
+MainWindow::MainWindow(AgentModel &model, QWidget *parent) : QMainWindow(parent), m_model(model)
 {
     setWindowTitle(QStringLiteral("ZQB Agent"));
     setAttribute(Qt::WA_DeleteOnClose, false);
-    setCentralWidget(new AgentView(model, scheduleIntervals, this));
 
     auto *quitAction = new QAction(QStringLiteral("Quit ZQB Agent"), this);
     quitAction->setShortcut(AppDelegate::quitShortcut());
     quitAction->setShortcutContext(Qt::WindowShortcut);
     connect(quitAction, &QAction::triggered, this, &MainWindow::quitRequested);
     addAction(quitAction);
+}
+
+void MainWindow::setVisible(bool visible)
+{
+    if (visible && !m_viewBuilt) {
+        m_viewBuilt = true;
+        m_model.start();
+        setCentralWidget(new AgentView(m_model, scheduleIntervals, this));
+    }
+    QMainWindow::setVisible(visible);
 }

@@ -16,7 +16,17 @@ public:
 
     explicit MainWindow(AgentModel &model, QWidget *parent = nullptr);
 
+    // The first show starts the model, then builds the view: the engine's
+    // first status is on its way while the view is built and laid out, and
+    // is usually in the first frame. (The view starts the model on its first
+    // show as well; the model acts on the first call only.)
+    void setVisible(bool visible) override;
+
 signals:
     // The standard quit shortcut was pressed on the window.
     void quitRequested();
+
+private:
+    AgentModel &m_model;
+    bool m_viewBuilt = false;
 };

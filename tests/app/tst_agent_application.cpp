@@ -12,11 +12,13 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QChildEvent>
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <QTest>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 
 namespace {
@@ -50,6 +52,35 @@ QList<QWidget *> visibleWindows()
             windows << widget;
     return windows;
 }
+
+// Asks `question` the moment the first widget becomes a child of `window`
+// (the view: the window has no other child widget). It is asked from the
+// child's constructor, before the view is built.
+class ChildWatch : public QObject
+{
+public:
+    ChildWatch(QWidget &window, std::function<bool()> question) : m_question(std::move(question))
+    {
+        window.installEventFilter(this);
+    }
+
+    bool seen = false;
+    bool answer = false;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::ChildAdded && !seen &&
+            static_cast<QChildEvent *>(event)->child()->isWidgetType()) {
+            seen = true;
+            answer = m_question();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    std::function<bool()> m_question;
+};
 
 } // namespace
 
@@ -112,6 +143,29 @@ private slots:
         QTRY_VERIFY(m_engine->commands().contains(QStringLiteral("ui-status")));
         // The delegate's deferred search finds this window.
         QTRY_COMPARE(app.appDelegate().mainWindow(), &window);
+    }
+
+    void firstShowStartsTheModelThenBuildsTheView()
+    {
+        // The engine is asked while the view is still being built and laid
+        // out, so its answer can make the first frame.
+        ZQBAgentApplication &app = makeApp();
+        MainWindow &window = app.mainWindow();
+        QVERIFY(!window.findChild<AgentView *>());
+        ChildWatch watch(window, [&app] { return app.model().started(); });
+        window.show();
+        QCOMPARE(window.findChildren<AgentView *>().size(), 1);
+        QVERIFY2(watch.seen && watch.answer, "the model had started when the view was made");
+        QTRY_VERIFY(m_engine->commands().contains(QStringLiteral("ui-status")));
+
+        // Hiding and showing again neither builds a second view nor restarts.
+        const int refreshes = int(m_engine->commands().count(QStringLiteral("ui-status")));
+        window.hide();
+        window.show();
+        QCOMPARE(window.findChildren<AgentView *>().size(), 1);
+        QCOMPARE(app.modelsCreated(), 1);
+        QTest::qWait(50);
+        QCOMPARE(m_engine->commands().count(QStringLiteral("ui-status")), refreshes);
     }
 
     void statusRefreshTintsTheTrayIcon()
