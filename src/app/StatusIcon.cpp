@@ -18,10 +18,9 @@ QColor statusItemColor(AppDelegate::Look look)
 
 QIcon statusItemIcon(AppDelegate::Look look)
 {
-    const QColor color = statusItemColor(look);
-    QIcon icon;
-    // Trays ask for many sizes; each gets its own rendering of the mark.
-    for (int size : {16, 22, 24, 32, 48, 64})
-        icon.addPixmap(Symbols::pixmap(Symbol::DriveCheck, color, QSize(size, size)));
-    return icon;
+    // Trays ask for many sizes; each gets its own rendering of the mark, drawn
+    // when the tray first asks for it.
+    static const QList<QSize> traySizes{QSize(16, 16), QSize(22, 22), QSize(24, 24),
+                                        QSize(32, 32), QSize(48, 48), QSize(64, 64)};
+    return Symbols::scalableIcon(Symbol::DriveCheck, statusItemColor(look), traySizes);
 }

@@ -296,6 +296,24 @@ private slots:
         QVERIFY(opaque < 32 * 32);
     }
 
+    void scalableSymbolIsTintedAtAnySize()
+    {
+        const QColor tint(10, 160, 60);
+        const QList<QSize> advertised{QSize(16, 16), QSize(22, 22)};
+        const QIcon icon = Symbols::scalableIcon(Symbol::DriveCheck, tint, advertised);
+        QCOMPARE(icon.availableSizes(), advertised);
+        for (int side : {16, 22, 37}) {
+            const QImage image = icon.pixmap(side, side).toImage();
+            QCOMPARE(image.size(), QSize(side, side));
+            bool tinted = false;
+            for (int y = 0; y < side && !tinted; ++y)
+                for (int x = 0; x < side && !tinted; ++x)
+                    tinted = image.pixelColor(x, y).alpha() == 255 &&
+                             image.pixelColor(x, y).rgb() == tint.rgb();
+            QVERIFY2(tinted, qPrintable(QStringLiteral("tinted at %1 px").arg(side)));
+        }
+    }
+
     void appIconRendersAtDesktopSizes()
     {
         const QIcon icon = Symbols::appIcon();
@@ -304,6 +322,16 @@ private slots:
             QCOMPARE(image.width(), side);
             QVERIFY(image.pixelColor(side / 2, side / 2).alpha() > 0);
         }
+        // A window icon goes out in the advertised sizes only: small ones.
+        const QList<QSize> sent = icon.availableSizes();
+        QCOMPARE(sent.size(), 5);
+        QCOMPARE(sent.first(), QSize(16, 16));
+        QCOMPARE(sent.last(), QSize(64, 64));
+        // Any other size is drawn exactly, when asked for.
+        QCOMPARE(icon.pixmap(40, 40).size(), QSize(40, 40));
+        // Drawn once per size, then kept.
+        QCOMPARE(icon.pixmap(48, 48).cacheKey(), icon.pixmap(48, 48).cacheKey());
+        QVERIFY(!icon.pixmap(QSize(48, 48), QIcon::Disabled).isNull());
     }
 
     void folderChooserSettings()

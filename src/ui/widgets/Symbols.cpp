@@ -1,22 +1,16 @@
 #include "Symbols.h"
 
+#include "SvgIconEngine.h"
+
+#include <QHash>
 #include <QImage>
 #include <QPainter>
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
-namespace {
+#include <memory>
 
-QImage renderSvg(const QString &path, const QSize &pixels)
-{
-    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QSvgRenderer renderer(path);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    renderer.render(&painter);
-    return image;
-}
+namespace {
 
 QSize devicePixels(const QSize &size, qreal ratio)
 {
@@ -26,6 +20,28 @@ QSize devicePixels(const QSize &size, qreal ratio)
 } // namespace
 
 namespace Symbols {
+
+QImage renderSvg(const QString &path, const QSize &pixels, std::optional<QColor> tint)
+{
+    // Parsing is a good part of drawing a small icon, and the same few files
+    // are drawn at many sizes and colours.
+    static QHash<QString, std::shared_ptr<QSvgRenderer>> renderers;
+    std::shared_ptr<QSvgRenderer> &renderer = renderers[path];
+    if (!renderer)
+        renderer = std::make_shared<QSvgRenderer>(path);
+
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    renderer->render(&painter);
+    if (tint) {
+        // The SVG gives the shape; its pixels are then filled with the tint.
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(image.rect(), *tint);
+    }
+    return image;
+}
 
 QString resourcePath(Symbol symbol)
 {
@@ -60,13 +76,7 @@ QPixmap pixmap(Symbol symbol, const QColor &color, const QSize &size, qreal devi
                             .arg(pixels.height());
     QPixmap cached;
     if (!QPixmapCache::find(key, &cached)) {
-        // The SVG gives the shape; its pixels are then filled with the tint.
-        QImage image = renderSvg(resourcePath(symbol), pixels);
-        QPainter painter(&image);
-        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-        painter.fillRect(image.rect(), color);
-        painter.end();
-        cached = QPixmap::fromImage(image);
+        cached = QPixmap::fromImage(renderSvg(resourcePath(symbol), pixels, color));
         QPixmapCache::insert(key, cached);
     }
     cached.setDevicePixelRatio(devicePixelRatio);
@@ -79,6 +89,11 @@ QIcon icon(Symbol symbol, const QColor &color, const QSize &size)
     result.addPixmap(pixmap(symbol, color, size, 1.0));
     result.addPixmap(pixmap(symbol, color, size, 2.0));
     return result;
+}
+
+QIcon scalableIcon(Symbol symbol, const QColor &color, const QList<QSize> &advertised)
+{
+    return QIcon(new SvgIconEngine(resourcePath(symbol), color, advertised));
 }
 
 QString appIconPath()
@@ -94,12 +109,16 @@ QPixmap appPixmap(const QSize &size, qreal devicePixelRatio)
     return result;
 }
 
+const QList<QSize> &windowIconSizes()
+{
+    static const QList<QSize> sizes{QSize(16, 16), QSize(24, 24), QSize(32, 32), QSize(48, 48),
+                                    QSize(64, 64)};
+    return sizes;
+}
+
 QIcon appIcon()
 {
-    QIcon result;
-    for (int side : {16, 22, 24, 32, 48, 64, 128, 256})
-        result.addPixmap(appPixmap(QSize(side, side)));
-    return result;
+    return QIcon(new SvgIconEngine(appIconPath(), std::nullopt, windowIconSizes()));
 }
 
 } // namespace Symbols
