@@ -144,6 +144,39 @@ private slots:
         QCOMPARE(cached.heightForWidth(120), plain.heightForWidth(120));
     }
 
+    void wrappedLabelHintsAskForTwoHeightsOnly()
+    {
+        const QString sentence =
+            QStringLiteral("Interrupted transfers resume from durable receipts.");
+        WrappedLabel label(sentence.repeated(4));
+        QLabel plain(label.text());
+        plain.setTextFormat(Qt::PlainText);
+        plain.setWordWrap(true);
+
+        // At least one line tall, as QLabel has it; the minimum width does not
+        // grow with the text (the column gives the width).
+        QCOMPARE(label.minimumSizeHint().height(), plain.heightForWidth(QWIDGETSIZE_MAX));
+        const QSize preferred = label.sizeHint();
+        QCOMPARE(preferred.width(),
+                 label.fontMetrics().averageCharWidth() * WrappedLabel::preferredColumns);
+        QCOMPARE(preferred.height(), plain.heightForWidth(preferred.width()));
+        QVERIFY(preferred.height() > label.minimumSizeHint().height()); // it wraps there
+
+        // A short text: one line at the preferred width too.
+        label.setText(sentence.left(12));
+        plain.setText(label.text());
+        QCOMPARE(label.sizeHint().width(), preferred.width());
+        QCOMPARE(label.sizeHint().height(), plain.heightForWidth(QWIDGETSIZE_MAX));
+
+        // Unwrapped, it is an ordinary label.
+        label.setText(sentence);
+        label.setWordWrap(false);
+        plain.setText(sentence);
+        plain.setWordWrap(false);
+        QCOMPARE(label.sizeHint(), plain.sizeHint());
+        QCOMPARE(label.minimumSizeHint(), plain.minimumSizeHint());
+    }
+
     void badgeSpinnerWhenIndeterminate()
     {
         StatusBadge badge;

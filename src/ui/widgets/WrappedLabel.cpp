@@ -33,6 +33,32 @@ int WrappedLabel::heightForWidth(int width) const
     return height;
 }
 
+QSize WrappedLabel::sizeHint() const
+{
+    if (!wordWrap() || text().isEmpty())
+        return QLabel::sizeHint();
+    const int width = fontMetrics().averageCharWidth() * preferredColumns + frameExtent();
+    return QSize(width, heightForWidth(width));
+}
+
+QSize WrappedLabel::minimumSizeHint() const
+{
+    if (!wordWrap() || text().isEmpty())
+        return QLabel::minimumSizeHint();
+    // One line tall, as QLabel has it; narrow, since the column sets the width.
+    const int width = fontMetrics().averageCharWidth() * minimumColumns + frameExtent();
+    return QSize(width, heightForWidth(QWIDGETSIZE_MAX));
+}
+
+int WrappedLabel::frameExtent() const
+{
+    const QMargins margins = contentsMargins();
+    int extent = margins.left() + margins.right() + 2 * margin();
+    if (indent() > 0)
+        extent += indent();
+    return extent;
+}
+
 bool WrappedLabel::event(QEvent *event)
 {
     switch (event->type()) {

@@ -11,6 +11,13 @@
 // asks every wrapped label for its height; recomputing the wrap each time
 // cost more than the rest of the refresh. The cache is dropped when the text,
 // font, margins or style change.
+//
+// Its size hints are cheap too. QLabel finds a wrapped label's preferred
+// shape by wrapping the text at up to five widths, each a full text layout;
+// for every label of the window that was a third of the work of showing it.
+// In a column the width is given and only the height for it matters, so the
+// hints ask for two heights instead: one line, and the text wrapped at a
+// typical width of `preferredColumns` average characters.
 class WrappedLabel : public QLabel
 {
     // No Q_OBJECT: it adds no signals or properties, and to tools that list
@@ -19,7 +26,12 @@ public:
     explicit WrappedLabel(QWidget *parent = nullptr);
     explicit WrappedLabel(const QString &text, QWidget *parent = nullptr);
 
+    static constexpr int preferredColumns = 60;
+    static constexpr int minimumColumns = 8;
+
     int heightForWidth(int width) const override;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 protected:
     bool event(QEvent *event) override;
@@ -32,12 +44,12 @@ private:
     };
 
     void dropCache() const;
-
+    int frameExtent() const; // margins around the text, horizontally
     mutable QString m_cachedText;
     mutable QFont m_cachedFont;
     mutable int m_cachedMargin = 0;
     mutable int m_cachedIndent = -1;
     mutable bool m_cachedWrap = true;
-    mutable std::array<Entry, 4> m_entries;
+    mutable std::array<Entry, 6> m_entries;
     mutable std::size_t m_next = 0;
 };
