@@ -21,8 +21,7 @@ MainWindow::MainWindow(AgentModel &model, QWidget *parent) : QMainWindow(parent)
 
 void MainWindow::setVisible(bool visible)
 {
-    if (visible && !m_viewBuilt) {
-        m_viewBuilt = true;
+    if (visible && !centralWidget()) {
         m_model.start();
         setCentralWidget(new AgentView(m_model, scheduleIntervals, this));
     }

@@ -28,5 +28,4 @@ signals:
 
 private:
     AgentModel &m_model;
-    bool m_viewBuilt = false;
 };

@@ -28,6 +28,9 @@
 
 namespace {
 
+// How deep widgets with their own layouts nest inside the view.
+constexpr int layoutDepth = 6;
+
 QLabel *wrappedLabel(const QString &text, const char *name)
 {
     auto *label = new WrappedLabel(text);

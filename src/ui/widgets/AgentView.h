@@ -31,8 +31,6 @@ class AgentView : public QWidget
     Q_OBJECT
 public:
     static constexpr int refreshIntervalMs = 15000;
-    // How deep widgets with their own layouts nest inside the view.
-    static constexpr int layoutDepth = 6;
 
     AgentView(AgentModel &model, QList<qint64> intervals, QWidget *parent = nullptr);
     ~AgentView() override;

@@ -24,16 +24,12 @@ QPixmap SvgIconEngine::pixmap(const QSize &size, QIcon::Mode mode, QIcon::State)
 {
     if (size.isEmpty())
         return {};
-    const quint64 key = (quint64(size.width()) << 32) | (quint64(size.height()) << 2) | mode;
-    if (const auto found = m_pixmaps.constFind(key); found != m_pixmaps.constEnd())
-        return *found;
-    QPixmap result = QPixmap::fromImage(Symbols::renderSvg(m_path, size, m_tint));
+    QPixmap result = Symbols::svgPixmap(m_path, m_tint, size);
     if (mode == QIcon::Disabled && qobject_cast<QApplication *>(QCoreApplication::instance())) {
         QStyleOption option;
         option.palette = QApplication::palette();
         result = QApplication::style()->generatedIconPixmap(mode, result, &option);
     }
-    m_pixmaps.insert(key, result);
     return result;
 }
 

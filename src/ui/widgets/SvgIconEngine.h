@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QColor>
-#include <QHash>
 #include <QIconEngine>
 #include <QList>
 #include <QPixmap>
@@ -11,11 +10,11 @@
 #include <optional>
 
 // An icon drawn from an SVG, optionally filled with one colour, at the size it
-// is asked for, and then kept. Nothing is drawn up front: a window icon or a
-// tray icon is asked for in many sizes, and drawing them all at start-up cost
-// the first window several milliseconds. `availableSizes()` reports only the
-// sizes given here, which is what the window system receives for a window
-// icon; any other size is still drawn crisply on request.
+// is asked for (and kept in the pixmap cache, see Symbols::svgPixmap). Nothing is drawn up front: a
+// window icon or a tray icon is asked for in many sizes, and drawing them all at start-up cost the
+// first window several milliseconds. `availableSizes()` reports only the sizes given here, which is
+// what the window system receives for a window icon; any other size is still drawn crisply on
+// request.
 class SvgIconEngine : public QIconEngine
 {
 public:
@@ -32,5 +31,4 @@ private:
     QString m_path;
     std::optional<QColor> m_tint;
     QList<QSize> m_advertisedSizes;
-    QHash<quint64, QPixmap> m_pixmaps; // by size and mode
 };

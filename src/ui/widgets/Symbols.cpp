@@ -12,15 +12,6 @@
 
 namespace {
 
-QSize devicePixels(const QSize &size, qreal ratio)
-{
-    return QSize(qMax(1, qRound(size.width() * ratio)), qMax(1, qRound(size.height() * ratio)));
-}
-
-} // namespace
-
-namespace Symbols {
-
 QImage renderSvg(const QString &path, const QSize &pixels, std::optional<QColor> tint)
 {
     // Parsing is a good part of drawing a small icon, and the same few files
@@ -41,6 +32,31 @@ QImage renderSvg(const QString &path, const QSize &pixels, std::optional<QColor>
         painter.fillRect(image.rect(), *tint);
     }
     return image;
+}
+
+QSize devicePixels(const QSize &size, qreal ratio)
+{
+    return QSize(qMax(1, qRound(size.width() * ratio)), qMax(1, qRound(size.height() * ratio)));
+}
+
+} // namespace
+
+namespace Symbols {
+
+QPixmap svgPixmap(const QString &path, std::optional<QColor> tint, const QSize &pixels)
+{
+    const QString colour = tint ? QStringLiteral("%1").arg(tint->rgba(), 8, 16, QLatin1Char('0'))
+                                : QStringLiteral("own");
+    const QString key = QStringLiteral("zqb-svg-%1-%2-%3x%4")
+                            .arg(path, colour)
+                            .arg(pixels.width())
+                            .arg(pixels.height());
+    QPixmap cached;
+    if (!QPixmapCache::find(key, &cached)) {
+        cached = QPixmap::fromImage(renderSvg(path, pixels, tint));
+        QPixmapCache::insert(key, cached);
+    }
+    return cached;
 }
 
 QString resourcePath(Symbol symbol)
@@ -68,19 +84,9 @@ QString resourcePath(Symbol symbol)
 
 QPixmap pixmap(Symbol symbol, const QColor &color, const QSize &size, qreal devicePixelRatio)
 {
-    const QSize pixels = devicePixels(size, devicePixelRatio);
-    const QString key = QStringLiteral("zqb-symbol-%1-%2-%3x%4")
-                            .arg(int(symbol))
-                            .arg(color.rgba(), 8, 16, QLatin1Char('0'))
-                            .arg(pixels.width())
-                            .arg(pixels.height());
-    QPixmap cached;
-    if (!QPixmapCache::find(key, &cached)) {
-        cached = QPixmap::fromImage(renderSvg(resourcePath(symbol), pixels, color));
-        QPixmapCache::insert(key, cached);
-    }
-    cached.setDevicePixelRatio(devicePixelRatio);
-    return cached;
+    QPixmap result = svgPixmap(resourcePath(symbol), color, devicePixels(size, devicePixelRatio));
+    result.setDevicePixelRatio(devicePixelRatio);
+    return result;
 }
 
 QIcon icon(Symbol symbol, const QColor &color, const QSize &size)
@@ -103,8 +109,7 @@ QString appIconPath()
 
 QPixmap appPixmap(const QSize &size, qreal devicePixelRatio)
 {
-    QPixmap result =
-        QPixmap::fromImage(renderSvg(appIconPath(), devicePixels(size, devicePixelRatio)));
+    QPixmap result = svgPixmap(appIconPath(), std::nullopt, devicePixels(size, devicePixelRatio));
     result.setDevicePixelRatio(devicePixelRatio);
     return result;
 }

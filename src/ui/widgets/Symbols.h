@@ -15,9 +15,9 @@
 namespace Symbols {
 
 QString resourcePath(Symbol symbol);
-// The SVG at `path` drawn into `pixels`, filled with `tint` when given. Each
-// file is parsed once and its renderer kept (GUI thread only).
-QImage renderSvg(const QString &path, const QSize &pixels, std::optional<QColor> tint = {});
+// The SVG at `path` drawn at `pixels`, filled with `tint` when given; kept in
+// the pixmap cache. Each file is parsed once (GUI thread only).
+QPixmap svgPixmap(const QString &path, std::optional<QColor> tint, const QSize &pixels);
 // The symbol filled with `color`, `size` in device-independent pixels.
 QPixmap pixmap(Symbol symbol, const QColor &color, const QSize &size, qreal devicePixelRatio = 1.0);
 // An icon with crisp pixmaps at 1x and 2x of `size`.

@@ -13,8 +13,7 @@
 // font, margins or style change.
 //
 // Its size hints are cheap too. QLabel finds a wrapped label's preferred
-// shape by wrapping the text at up to five widths, each a full text layout;
-// for every label of the window that was a third of the work of showing it.
+// shape by wrapping the text at up to five widths, each a full text layout.
 // In a column the width is given and only the height for it matters, so the
 // hints ask for two heights instead: one line, and the text wrapped at a
 // typical width of `preferredColumns` average characters.
@@ -45,6 +44,7 @@ private:
 
     void dropCache() const;
     int frameExtent() const; // margins around the text, horizontally
+
     mutable QString m_cachedText;
     mutable QFont m_cachedFont;
     mutable int m_cachedMargin = 0;
