@@ -16,11 +16,15 @@ int runAgentApp(int &argc, char **argv, ZQBAgentApplication::Options options,
 {
     // Read before any GUI exists: --help, --version and mistakes need no
     // display, claim no single instance and start nothing.
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i)
-        arguments << QString::fromLocal8Bit(argv[i]);
-    const LaunchOptions launchOptions =
-        LaunchOptions::parse(arguments, QStringLiteral(ZQB_APP_VERSION));
+    // A plain start (from the menu) has nothing to read and skips the parser,
+    // whose first use costs about half a millisecond of start-up.
+    LaunchOptions launchOptions;
+    if (argc > 1) {
+        QStringList arguments;
+        for (int i = 0; i < argc; ++i)
+            arguments << QString::fromLocal8Bit(argv[i]);
+        launchOptions = LaunchOptions::parse(arguments, QStringLiteral(ZQB_APP_VERSION));
+    }
     if (launchOptions.action() != LaunchOptions::Action::Run) {
         std::FILE *stream = launchOptions.action() == LaunchOptions::Action::Fail ? stderr : stdout;
         std::fputs(launchOptions.text().toLocal8Bit().constData(), stream);

@@ -15,6 +15,8 @@ public:
         Fail, // print text() on standard error and exit non-zero
     };
 
+    // No options: Run, with the window.
+    LaunchOptions() = default;
     // `arguments` as the process received them, the program first.
     static LaunchOptions parse(const QStringList &arguments, const QString &version);
 
