@@ -186,16 +186,17 @@ private slots:
     {
         m_engine->answer(QStringLiteral("ui-status"), statusDocument("connected", true));
         ZQBAgentApplication &app = makeApp();
-        app.periodicRefresh().setInterval(50);
+        app.periodicRefresh().setInterval(250);
         app.launch(ZQBAgentApplication::Start::Background);
 
         // Started at launch, as the window's first show would have.
         QVERIFY(app.model().started());
         QCOMPARE(app.modelsCreated(), 1);
-        QTRY_COMPARE(app.appDelegate().look(), AppDelegate::Look::Green);
+        QTRY_COMPARE_WITH_TIMEOUT(app.appDelegate().look(), AppDelegate::Look::Green, 20000);
         QCOMPARE(app.appDelegate().statusItem()->toolTip(), QStringLiteral("Connected"));
         // The timer keeps refreshing while nothing is on screen.
-        QTRY_VERIFY(m_engine->commands().count(QStringLiteral("ui-status")) >= 4);
+        QTRY_VERIFY_WITH_TIMEOUT(m_engine->commands().count(QStringLiteral("ui-status")) >= 4,
+                                 20000);
         QVERIFY(visibleWindows().isEmpty());
         MainWindow &window = app.mainWindow();
         QVERIFY(!window.isVisible());
@@ -209,10 +210,11 @@ private slots:
     {
         ZQBAgentApplication &app = makeApp();
         app.launch(ZQBAgentApplication::Start::Background);
-        QTRY_VERIFY(app.model().status().has_value());
+        QTRY_VERIFY_WITH_TIMEOUT(app.model().status().has_value(), 20000);
         // Not enrolled: the connection check asks the engine to check its service.
         app.appDelegate().statusMenu()->actions()[1]->trigger();
-        QTRY_VERIFY(m_engine->commands().contains(QStringLiteral("check-service")));
+        QTRY_VERIFY_WITH_TIMEOUT(m_engine->commands().contains(QStringLiteral("check-service")),
+                                 20000);
         QVERIFY(app.mainWindow().isVisible());
     }
 
@@ -222,7 +224,7 @@ private slots:
         ZQBAgentApplication &app = makeApp();
         app.launch(ZQBAgentApplication::Start::Background);
         AgentModel *model = &app.model();
-        QTRY_VERIFY(model->status().has_value());
+        QTRY_VERIFY_WITH_TIMEOUT(model->status().has_value(), 20000);
         QTest::qWait(50);
         QCOMPARE(m_engine->commands(), QStringList{"ui-status"});
 
@@ -248,12 +250,14 @@ private slots:
         QVERIFY(!app.periodicRefresh().isActive());
         app.launch();
         QVERIFY(app.periodicRefresh().isActive());
-        app.periodicRefresh().setInterval(50);
-        QTRY_VERIFY(m_engine->commands().count(QStringLiteral("ui-status")) >= 3);
+        app.periodicRefresh().setInterval(250);
+        QTRY_VERIFY_WITH_TIMEOUT(m_engine->commands().count(QStringLiteral("ui-status")) >= 3,
+                                 20000);
         // Hiding the window does not stop it: the tray keeps following the engine.
         app.mainWindow().hide();
         const qsizetype before = m_engine->commands().count(QStringLiteral("ui-status"));
-        QTRY_VERIFY(m_engine->commands().count(QStringLiteral("ui-status")) >= before + 2);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            m_engine->commands().count(QStringLiteral("ui-status")) >= before + 2, 20000);
     }
 
     void checkConnectionEntryReachesTheEngine()
