@@ -162,6 +162,14 @@ put_first_refresh() {
     first_ns=$(awk '$2 == "ui-status" {print $1; exit}' "$engine_log")
     [ -n "$first_ns" ] && put app.first_refresh_started_ms "$(ns_to_ms "$first_ns" "$app_exec_ns")"
 }
+# Maps no window, so it is started directly; its first refresh is the first
+# ui-status in the (emptied) engine log.
+start_background() {
+    "$app" --background >/dev/null 2>>"$work/background.log" &
+    bg_pid=$!
+    pids_to_stop+=("$bg_pid")
+    wait_for_line "$engine_log" ' ui-status$' 15 || echo "measure.sh: the background app never asked for ui-status" >&2
+}
 start_floor() {
     launch "$floor"
     floor_pid=$L_PID
@@ -183,6 +191,16 @@ for ((run = 1; run <= runs; run++)); do
     put_memory floor "$floor_pid"
     put_memory app "$app_pid"
     stop "$app_pid"
+
+    # The same app started at login: --background, no window. It runs beside
+    # the same floor (one app per session: the windowed one has ended).
+    : >"$engine_log"
+    nap 1
+    start_background
+    nap 5 # after its first refresh
+    put_memory floor_bg "$floor_pid"
+    put_memory bg "$bg_pid"
+    stop "$bg_pid"
     stop "$floor_pid"
 
     out="$work/probe-$run.txt"
@@ -234,6 +252,32 @@ switch_delta() { # before-file after-file main-tid -> "all main"
 }
 ticks_per_second=$(getconf CLK_TCK)
 
+# Samples two running programs over the idle period; figures are recorded
+# under the two prefixes. The engine log counts the refreshes meanwhile.
+measure_idle() { # floor-prefix app-prefix floor-pid app-pid
+    local who pid all main ticks calls_before calls_after
+    local -A pids=([$1]=$3 [$2]=$4)
+    for who in "$1" "$2"; do
+        pid=${pids[$who]}
+        thread_switches "$pid" >"$work/$who.before"
+        cpu_ticks "$pid" >"$work/$who.cpu_before"
+    done
+    calls_before=$(grep -c ui-status "$engine_log" || true)
+    sleep "$idle_seconds"
+    calls_after=$(grep -c ui-status "$engine_log" || true)
+    for who in "$1" "$2"; do
+        pid=${pids[$who]}
+        thread_switches "$pid" >"$work/$who.after"
+        read -r all main < <(switch_delta "$work/$who.before" "$work/$who.after" "$pid")
+        ticks=$(($(cpu_ticks "$pid") - $(cat "$work/$who.cpu_before")))
+        put "$who.idle_wakeups_per_min" "$(awk -v a="$all" -v s="$idle_seconds" 'BEGIN {printf "%.1f", a * 60 / s}')"
+        put "$who.idle_main_wakeups_per_min" "$(awk -v a="$main" -v s="$idle_seconds" 'BEGIN {printf "%.1f", a * 60 / s}')"
+        put "$who.idle_cpu_percent" "$(awk -v t="$ticks" -v h="$ticks_per_second" -v s="$idle_seconds" 'BEGIN {printf "%.3f", 100 * t / h / s}')"
+        put "$who.idle_threads" "$(wc -l <"$work/$who.after")"
+    done
+    put "$2.idle_refreshes_per_min" "$(awk -v c=$((calls_after - calls_before)) -v s="$idle_seconds" 'BEGIN {printf "%.1f", c * 60 / s}')"
+}
+
 echo "Idle with the window hidden: $idle_runs runs of ${idle_seconds}s, floor and app together..." >&2
 for ((run = 1; run <= idle_runs; run++)); do
     : >"$engine_log"
@@ -253,26 +297,16 @@ for ((run = 1; run <= idle_runs; run++)); do
     fi
     alive "$app_pid" || { echo "measure.sh: closing the window ended the app" >&2; exit 1; }
 
-    for who in floor app; do
-        pid_var=${who}_pid
-        thread_switches "${!pid_var}" >"$work/$who.before"
-        echo "$(cpu_ticks "${!pid_var}")" >"$work/$who.cpu_before"
-    done
-    calls_before=$(grep -c ui-status "$engine_log" || true)
-    sleep "$idle_seconds"
-    calls_after=$(grep -c ui-status "$engine_log" || true)
-    for who in floor app; do
-        pid_var=${who}_pid
-        thread_switches "${!pid_var}" >"$work/$who.after"
-        read -r all main < <(switch_delta "$work/$who.before" "$work/$who.after" "${!pid_var}")
-        ticks=$(($(cpu_ticks "${!pid_var}") - $(cat "$work/$who.cpu_before")))
-        put "$who.idle_wakeups_per_min" "$(awk -v a="$all" -v s="$idle_seconds" 'BEGIN {printf "%.1f", a * 60 / s}')"
-        put "$who.idle_main_wakeups_per_min" "$(awk -v a="$main" -v s="$idle_seconds" 'BEGIN {printf "%.1f", a * 60 / s}')"
-        put "$who.idle_cpu_percent" "$(awk -v t="$ticks" -v h="$ticks_per_second" -v s="$idle_seconds" 'BEGIN {printf "%.3f", 100 * t / h / s}')"
-        put "$who.idle_threads" "$(wc -l <"$work/$who.after")"
-    done
-    put app.idle_refreshes_per_min "$(awk -v c=$((calls_after - calls_before)) -v s="$idle_seconds" 'BEGIN {printf "%.1f", c * 60 / s}')"
+    measure_idle floor app "$floor_pid" "$app_pid"
     stop "$app_pid"
+
+    # The same, started in the background: its window has never been shown.
+    : >"$engine_log"
+    start_background
+    sleep 2
+    alive "$bg_pid" || { echo "measure.sh: the background app ended" >&2; exit 1; }
+    measure_idle floor_bg bg "$floor_pid" "$bg_pid"
+    stop "$bg_pid"
     stop "$floor_pid"
     echo "  idle run $run/$idle_runs done" >&2
 done
@@ -283,6 +317,9 @@ awk '$1 == "floor.pss_kib" {f[++nf] = $2} $1 == "app.pss_kib" {a[++na] = $2}
     "$results" >>"$results.tmp"
 awk '$1 == "probed.pss_anon_after_n_kib" {x[++n] = $2} $1 == "probed.pss_anon_after_2n_kib" {y[++m] = $2}
     END {for (i = 1; i <= n && i <= m; i++) print "probed.anon_growth_kib", y[i] - x[i]}' \
+    "$results" >>"$results.tmp"
+awk '$1 == "floor_bg.pss_kib" {f[++nf] = $2} $1 == "bg.pss_kib" {a[++na] = $2}
+    END {for (i = 1; i <= na && i <= nf; i++) print "bg_minus_floor.pss_kib", a[i] - f[i]}' \
     "$results" >>"$results.tmp"
 [ -f "$results.tmp" ] && cat "$results.tmp" >>"$results" && rm -f "$results.tmp"
 
@@ -350,6 +387,23 @@ row() { printf '%-44s %-28s %-28s %s\n' "$@"; }
     row "  threads" "$(stats floor.idle_threads)" "$(stats app.idle_threads)" ""
     row "idle hidden: CPU, %" "$(stats floor.idle_cpu_percent)" "$(stats app.idle_cpu_percent)" \
         "< 0.1 $(verdict "$(median app.idle_cpu_percent)" 0.0999)"
+    bg_floor_pss=$(median floor_bg.pss_kib)
+    app_over_floor=$(median app_minus_floor.pss_kib)
+    row "background start (--background, no window):" "" "" ""
+    row "PSS 5 s after first refresh, KiB" "$(stats floor_bg.pss_kib)" "$(stats bg.pss_kib)" \
+        "<= floor + 8192 $(verdict "$(median bg.pss_kib)" "$(awk -v f="$bg_floor_pss" 'BEGIN {print f + 8192}')")"
+    row "  background minus floor, same moment, KiB" "" "$(stats bg_minus_floor.pss_kib)" \
+        "<= 8192 $(verdict "$(median bg_minus_floor.pss_kib)" 8192)"
+    row "  below the windowed app's (app minus floor)" "" "$app_over_floor" \
+        "$(verdict "$(median bg_minus_floor.pss_kib)" "$(awk -v a="$app_over_floor" 'BEGIN {print a - 1}')")"
+    row "  Pss_Anon, KiB" "$(stats floor_bg.pss_anon_kib)" "$(stats bg.pss_anon_kib)" ""
+    row "  Private (clean+dirty), KiB" "$(stats floor_bg.private_kib)" "$(stats bg.private_kib)" ""
+    row "idle background: wakeups per min, all threads" "$(stats floor_bg.idle_wakeups_per_min)" "$(stats bg.idle_wakeups_per_min)" ""
+    row "  main thread, per min" "$(stats floor_bg.idle_main_wakeups_per_min)" "$(stats bg.idle_main_wakeups_per_min)" ""
+    row "  refreshes per min (engine runs)" "" "$(stats bg.idle_refreshes_per_min)" ""
+    row "  threads" "$(stats floor_bg.idle_threads)" "$(stats bg.idle_threads)" ""
+    row "idle background: CPU, %" "$(stats floor_bg.idle_cpu_percent)" "$(stats bg.idle_cpu_percent)" \
+        "< 0.1 $(verdict "$(median bg.idle_cpu_percent)" 0.0999)"
     echo
 } | tee "$build/bench-report.txt"
 cp "$results" "$build/bench-raw.txt"

@@ -4,6 +4,7 @@
 #include "AgentPaths.h"
 #include "NotificationCenter.h"
 #include "StatusIcon.h"
+#include "StatusItemToolTip.h"
 
 #include <QAction>
 #include <QApplication>
@@ -35,7 +36,7 @@ void AppDelegate::applicationDidFinishLaunching()
 
     m_statusItem = std::make_unique<QSystemTrayIcon>();
     m_statusItem->setIcon(statusItemIcon(m_look));
-    m_statusItem->setToolTip(mainWindowTitle);
+    m_statusItem->setToolTip(m_toolTip);
     m_statusItem->setContextMenu(m_menu.get());
     connect(m_statusItem.get(), &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {
@@ -106,6 +107,18 @@ void AppDelegate::statusChanged(const QVariantMap &userInfo)
     if (!m_statusItem)
         return;
     applyLook(connected ? Look::Green : Look::Orange);
+
+    // The model sends its whole runtime record along; a bare state text (or
+    // nothing readable) still gives the badge's title for it.
+    std::optional<RuntimeStatus> runtime;
+    const QVariant record = userInfo.value(QStringLiteral("runtime"));
+    if (record.metaType() == QMetaType::fromType<RuntimeStatus>()) {
+        runtime = record.value<RuntimeStatus>();
+    } else if (state.metaType() == QMetaType::fromType<QString>()) {
+        runtime = RuntimeStatus{};
+        runtime->state = state.toString();
+    }
+    applyToolTip(statusItemToolTip(runtime));
 }
 
 void AppDelegate::quit()
@@ -132,4 +145,14 @@ void AppDelegate::applyLook(Look look)
         return;
     m_statusItem->setIcon(statusItemIcon(look));
     emit lookChanged(look);
+}
+
+void AppDelegate::applyToolTip(const QString &toolTip)
+{
+    // Each change is a D-Bus signal to the tray host: only real changes go out.
+    if (toolTip == m_toolTip)
+        return;
+    m_toolTip = toolTip;
+    m_statusItem->setToolTip(toolTip);
+    emit toolTipChanged(toolTip);
 }

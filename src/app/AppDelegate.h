@@ -52,6 +52,9 @@ public:
     QMenu *statusMenu() const { return m_menu.get(); }
     QWidget *mainWindow() const { return m_mainWindow; }
     Look look() const { return m_look; }
+    // "ZQB Agent" until the first status broadcast; then the state's title as
+    // the window's badge shows it, with a running backup's progress line.
+    QString toolTip() const { return m_toolTip; }
 
     // A message shown by the status item; used when the desktop offers no
     // notification service.
@@ -69,14 +72,18 @@ public slots:
 
 signals:
     void lookChanged(AppDelegate::Look look);
+    // Only when the text changes.
+    void toolTipChanged(const QString &toolTip);
 
 private:
     void applyLook(Look look);
+    void applyToolTip(const QString &toolTip);
 
     // Declared before the tray icon, so the icon goes first on destruction.
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_statusItem;
     QPointer<QWidget> m_mainWindow;
     Look m_look = Look::Untinted;
+    QString m_toolTip = mainWindowTitle;
     std::function<void()> m_terminate;
 };

@@ -3,11 +3,13 @@
 #include "AgentModel.h"
 #include "AgentView.h"
 #include "AppDelegate.h"
+#include "PeriodicRefresh.h"
 
 #include <QAction>
 #include <QKeySequence>
 
-MainWindow::MainWindow(AgentModel &model, QWidget *parent) : QMainWindow(parent), m_model(model)
+MainWindow::MainWindow(AgentModel &model, PeriodicRefresh &refresh, QWidget *parent)
+    : QMainWindow(parent), m_model(model), m_refresh(refresh)
 {
     setWindowTitle(QStringLiteral("ZQB Agent"));
     setAttribute(Qt::WA_DeleteOnClose, false);
@@ -22,7 +24,7 @@ MainWindow::MainWindow(AgentModel &model, QWidget *parent) : QMainWindow(parent)
 void MainWindow::setVisible(bool visible)
 {
     if (visible && !centralWidget()) {
-        m_model.start();
+        m_refresh.start();
         setCentralWidget(new AgentView(m_model, scheduleIntervals, this));
     }
     QMainWindow::setVisible(visible);

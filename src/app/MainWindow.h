@@ -4,6 +4,7 @@
 #include <QMainWindow>
 
 class AgentModel;
+class PeriodicRefresh;
 
 // The app's one window, titled "ZQB Agent", hosting the main view. Closing it
 // only hides it; the app keeps running in the tray. It has no menu bar and so
@@ -14,12 +15,13 @@ class MainWindow : public QMainWindow
 public:
     static inline const QList<qint64> scheduleIntervals = {15, 60, 240, 720, 1440};
 
-    explicit MainWindow(AgentModel &model, QWidget *parent = nullptr);
+    MainWindow(AgentModel &model, PeriodicRefresh &refresh, QWidget *parent = nullptr);
 
-    // The first show starts the model, then builds the view: the engine's
+    // The first show starts the model and its periodic refresh (unless a
+    // background start already has), then builds the view: the engine's
     // first status is on its way while the view is built and laid out, and
-    // is usually in the first frame. (The view starts the model on its first
-    // show as well; the model acts on the first call only.)
+    // is usually in the first frame. After a background start the view is
+    // built from the model's current state, with no refresh of its own.
     void setVisible(bool visible) override;
 
 signals:
@@ -28,4 +30,5 @@ signals:
 
 private:
     AgentModel &m_model;
+    PeriodicRefresh &m_refresh;
 };

@@ -15,7 +15,7 @@ SingleInstance::~SingleInstance()
     releaseObject();
 }
 
-SingleInstance::Role SingleInstance::claim()
+SingleInstance::Role SingleInstance::claim(ReopenRequest reopen)
 {
     if (!m_bus.isConnected())
         return m_role = Role::Standalone;
@@ -32,7 +32,7 @@ SingleInstance::Role SingleInstance::claim()
             return m_role = Role::Primary;
         if (!m_bus.interface()->isServiceRegistered(serviceName).value())
             continue;
-        if (askRunningInstanceToReopen())
+        if (reopen == ReopenRequest::Skip || askRunningInstanceToReopen())
             return secondary();
     }
     // A running owner that does not answer still means: never a second window.

@@ -22,10 +22,13 @@ public:
         Standalone, // no session bus: run without the single-instance guard
     };
 
+    // Whether a later launch asks the running process to bring its window forward.
+    enum class ReopenRequest { Send, Skip };
+
     explicit SingleInstance(QDBusConnection bus, QObject *parent = nullptr);
     ~SingleInstance() override;
 
-    Role claim();
+    Role claim(ReopenRequest reopen = ReopenRequest::Send);
     Role role() const { return m_role; }
 
 public slots:

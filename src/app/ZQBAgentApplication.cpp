@@ -5,6 +5,7 @@
 #include "DialogFolderChooser.h"
 #include "FreedesktopNotifier.h"
 #include "MainWindow.h"
+#include "PeriodicRefresh.h"
 
 #include <QApplication>
 
@@ -33,23 +34,35 @@ AgentModel &ZQBAgentApplication::model()
 
     AgentModel::Services services{m_options.runner, m_notifier.get(), m_folderChooser.get()};
     m_model = std::make_unique<AgentModel>(std::move(services));
+    m_periodicRefresh = std::make_unique<PeriodicRefresh>(*m_model);
     ++m_modelsCreated;
     return *m_model;
+}
+
+PeriodicRefresh &ZQBAgentApplication::periodicRefresh()
+{
+    model();
+    return *m_periodicRefresh;
 }
 
 MainWindow &ZQBAgentApplication::mainWindow()
 {
     if (!m_mainWindow) {
-        m_mainWindow = std::make_unique<MainWindow>(model());
+        m_mainWindow = std::make_unique<MainWindow>(model(), periodicRefresh());
         connect(m_mainWindow.get(), &MainWindow::quitRequested, m_appDelegate.get(),
                 &AppDelegate::quit);
     }
     return *m_mainWindow;
 }
 
-void ZQBAgentApplication::launch()
+void ZQBAgentApplication::launch(Start start)
 {
     m_appDelegate->applicationDidFinishLaunching();
+    // Made but not shown in the background: an unshown window has no native
+    // window and no view yet, and the delegate can still find it by its title.
     MainWindow &window = mainWindow();
-    window.show();
+    if (start == Start::Background)
+        periodicRefresh().start();
+    else
+        window.show();
 }

@@ -13,6 +13,7 @@ class AppDelegate;
 class FolderChooser;
 class FreedesktopNotifier;
 class MainWindow;
+class PeriodicRefresh;
 
 // The application: owns the one AgentModel (made on first use, never twice)
 // and the AppDelegate, and makes the one window titled "ZQB Agent".
@@ -39,9 +40,17 @@ public:
     // The window scene: the one main window, made on first call.
     MainWindow &mainWindow();
 
-    // Start-up: the status item, the window scene, the first showing of the
-    // window (which starts the model).
-    void launch();
+    // The model's 15-second refresh; made with the model.
+    PeriodicRefresh &periodicRefresh();
+
+    enum class Start {
+        Window,     // show the window, whose first show starts the model
+        Background, // start the model and its refresh now; the window stays hidden
+    };
+
+    // Start-up: the status item, the window scene, then either the first
+    // showing of the window or a start in the background.
+    void launch(Start start = Start::Window);
 
 private:
     Options m_options;
@@ -51,6 +60,7 @@ private:
     std::unique_ptr<FreedesktopNotifier> m_notifier;
     std::unique_ptr<FolderChooser> m_folderChooser;
     std::unique_ptr<AgentModel> m_model;
+    std::unique_ptr<PeriodicRefresh> m_periodicRefresh;
     std::unique_ptr<MainWindow> m_mainWindow;
     int m_modelsCreated = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "BackupProgressStatus.h"
 
+#include <QMetaType>
 #include <QString>
 
 #include <optional>
@@ -29,3 +30,6 @@ struct RuntimeStatus
 
     friend bool operator==(const RuntimeStatus &, const RuntimeStatus &) = default;
 };
+
+// Travels in the status broadcast's user info.
+Q_DECLARE_METATYPE(RuntimeStatus)

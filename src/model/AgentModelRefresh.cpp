@@ -58,8 +58,12 @@ void AgentModel::applyStatus(const CommandResult &result, bool showErrors, bool 
     const std::optional<QString> &latest = document.runtime.lastBackupAt;
     m_observedBackup = latest;
 
+    // "state" is what the tray tints by; "runtime" lets it tell the state and a
+    // running backup's progress in its tooltip without holding the model.
     NotificationCenter::defaultCenter().post(
-        statusNotification(), QVariantMap{{QStringLiteral("state"), document.runtime.state}});
+        statusNotification(),
+        QVariantMap{{QStringLiteral("state"), document.runtime.state},
+                    {QStringLiteral("runtime"), QVariant::fromValue(document.runtime)}});
 
     // Edge-triggered on a new last backup, or forced after a user-started one;
     // the first status seen never announces on its own.

@@ -9,6 +9,7 @@
 #include "AgentModel.h"
 #include "AgentView.h"
 #include "FolderChooser.h"
+#include "PeriodicRefresh.h"
 
 #include <QAction>
 #include <QApplication>
@@ -178,6 +179,85 @@ private slots:
         QTRY_COMPARE(delegate.look(), AppDelegate::Look::Green);
         const QImage icon = delegate.statusItem()->icon().pixmap(QSize(32, 32)).toImage();
         QCOMPARE(tintName(icon), QStringLiteral("green"));
+        QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("Connected"));
+    }
+
+    void backgroundStartRefreshesWithTheWindowNeverShown()
+    {
+        m_engine->answer(QStringLiteral("ui-status"), statusDocument("connected", true));
+        ZQBAgentApplication &app = makeApp();
+        app.periodicRefresh().setInterval(250);
+        app.launch(ZQBAgentApplication::Start::Background);
+
+        // Started at launch, as the window's first show would have.
+        QVERIFY(app.model().started());
+        QCOMPARE(app.modelsCreated(), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(app.appDelegate().look(), AppDelegate::Look::Green, 20000);
+        QCOMPARE(app.appDelegate().statusItem()->toolTip(), QStringLiteral("Connected"));
+        // The timer keeps refreshing while nothing is on screen.
+        QTRY_VERIFY_WITH_TIMEOUT(m_engine->commands().count(QStringLiteral("ui-status")) >= 4,
+                                 20000);
+        QVERIFY(visibleWindows().isEmpty());
+        MainWindow &window = app.mainWindow();
+        QVERIFY(!window.isVisible());
+        QVERIFY(!window.testAttribute(Qt::WA_WState_Created)); // no native window either
+        QVERIFY(!window.findChild<AgentView *>());             // nor a view
+        // The delegate still finds the window by its title.
+        QTRY_COMPARE(app.appDelegate().mainWindow(), &window);
+    }
+
+    void backgroundStartAnswersCheckConnection()
+    {
+        ZQBAgentApplication &app = makeApp();
+        app.launch(ZQBAgentApplication::Start::Background);
+        QTRY_VERIFY_WITH_TIMEOUT(app.model().status().has_value(), 20000);
+        // Not enrolled: the connection check asks the engine to check its service.
+        app.appDelegate().statusMenu()->actions()[1]->trigger();
+        QTRY_VERIFY_WITH_TIMEOUT(m_engine->commands().contains(QStringLiteral("check-service")),
+                                 20000);
+        QVERIFY(app.mainWindow().isVisible());
+    }
+
+    void openAfterBackgroundStartShowsTheCurrentState()
+    {
+        m_engine->answer(QStringLiteral("ui-status"), statusDocument("connected", true));
+        ZQBAgentApplication &app = makeApp();
+        app.launch(ZQBAgentApplication::Start::Background);
+        AgentModel *model = &app.model();
+        QTRY_VERIFY_WITH_TIMEOUT(model->status().has_value(), 20000);
+        QTest::qWait(50);
+        QCOMPARE(m_engine->commands(), QStringList{"ui-status"});
+
+        app.appDelegate().statusMenu()->actions()[0]->trigger(); // "Open ZQB Agent"
+        MainWindow &window = app.mainWindow();
+        QVERIFY(window.isVisible());
+        QCOMPARE(visibleWindows(), QList<QWidget *>{&window});
+        auto *view = window.findChild<AgentView *>();
+        QVERIFY(view);
+        // The state the model already holds, in the first frame: no refresh of its own.
+        QCOMPARE(view->shownState().badge.title, QStringLiteral("Connected"));
+        QTest::qWait(200);
+        QCOMPARE(m_engine->commands(), QStringList{"ui-status"});
+        QCOMPARE(&app.model(), model);
+        QCOMPARE(app.modelsCreated(), 1);
+        QVERIFY(app.periodicRefresh().isActive());
+        QCOMPARE(app.periodicRefresh().interval(), 15000);
+    }
+
+    void windowStartRunsTheSameTimer()
+    {
+        ZQBAgentApplication &app = makeApp();
+        QVERIFY(!app.periodicRefresh().isActive());
+        app.launch();
+        QVERIFY(app.periodicRefresh().isActive());
+        app.periodicRefresh().setInterval(250);
+        QTRY_VERIFY_WITH_TIMEOUT(m_engine->commands().count(QStringLiteral("ui-status")) >= 3,
+                                 20000);
+        // Hiding the window does not stop it: the tray keeps following the engine.
+        app.mainWindow().hide();
+        const qsizetype before = m_engine->commands().count(QStringLiteral("ui-status"));
+        QTRY_VERIFY_WITH_TIMEOUT(
+            m_engine->commands().count(QStringLiteral("ui-status")) >= before + 2, 20000);
     }
 
     void checkConnectionEntryReachesTheEngine()

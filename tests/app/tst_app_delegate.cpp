@@ -4,6 +4,7 @@
 
 #include "AgentPaths.h"
 #include "NotificationCenter.h"
+#include "RuntimeStatus.h"
 
 #include <QAction>
 #include <QApplication>
@@ -154,6 +155,76 @@ private slots:
         center.post(statusNotification(), {{"state", QStringLiteral("connected")}});
         QCOMPARE(changes.size(), 3);
         QCOMPARE(delegate.look(), AppDelegate::Look::Green);
+    }
+
+    void toolTipStartsAsTheAppName()
+    {
+        AppDelegate delegate;
+        delegate.applicationDidFinishLaunching();
+        QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("ZQB Agent"));
+        QCOMPARE(delegate.toolTip(), QStringLiteral("ZQB Agent"));
+    }
+
+    void toolTipTellsTheStateAndTheRunningBackup()
+    {
+        AppDelegate delegate;
+        delegate.applicationDidFinishLaunching();
+        QSignalSpy changes(&delegate, &AppDelegate::toolTipChanged);
+        auto &center = NotificationCenter::defaultCenter();
+        auto post = [&center](const RuntimeStatus &runtime) {
+            center.post(statusNotification(),
+                        {{"state", runtime.state}, {"runtime", QVariant::fromValue(runtime)}});
+        };
+
+        RuntimeStatus runtime;
+        runtime.state = QStringLiteral("connected");
+        post(runtime);
+        QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("Connected"));
+
+        runtime.state = QStringLiteral("backing-up");
+        runtime.active = true;
+        BackupProgressStatus progress;
+        progress.phase = QStringLiteral("uploading");
+        progress.sourceIndex = 2;
+        progress.sourceCount = 3;
+        progress.totalObjects = 10;
+        progress.objectsUploaded = 7;
+        progress.objectsReused = 1;
+        runtime.backupProgress = progress;
+        post(runtime);
+        const QString uploading =
+            QStringLiteral("Backing Up\nFolder 2/3 \u00b7 7/10 uploaded \u00b7 1 reused");
+        QCOMPARE(delegate.statusItem()->toolTip(), uploading);
+
+        // The same text again is not a change; other fields of the record do not count.
+        runtime.message = QStringLiteral("Still uploading");
+        post(runtime);
+        post(runtime);
+        QCOMPARE(changes.size(), 2);
+
+        runtime.backupProgress->objectsUploaded = 8;
+        post(runtime);
+        QCOMPARE(delegate.statusItem()->toolTip(),
+                 QStringLiteral("Backing Up\nFolder 2/3 \u00b7 8/10 uploaded \u00b7 1 reused"));
+
+        runtime = RuntimeStatus{};
+        runtime.state = QStringLiteral("setup-required");
+        post(runtime);
+        QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("Setup Required"));
+        QCOMPARE(changes.size(), 4);
+        QCOMPARE(changes.last().first().toString(), QStringLiteral("Setup Required"));
+    }
+
+    void toolTipFromABareState()
+    {
+        AppDelegate delegate;
+        delegate.applicationDidFinishLaunching();
+        auto &center = NotificationCenter::defaultCenter();
+        center.post(statusNotification(), {{"state", QStringLiteral("waiting-for-target")}});
+        QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("Waiting For Target"));
+        // Nothing readable: the badge's text for a status not known yet.
+        center.post(statusNotification(), {{"state", 1}});
+        QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("Checking status"));
     }
 
     void checkConnectionPostsAndBringsTheWindowForward()

@@ -48,6 +48,30 @@ private slots:
         QDBusConnection::disconnectFromBus(QStringLiteral("second"));
     }
 
+    void aBackgroundLaunchLeavesTheRunningAppAlone()
+    {
+        QDBusConnection firstBus = connection(QStringLiteral("first"));
+        QDBusConnection secondBus = connection(QStringLiteral("second"));
+        auto first = std::make_unique<SingleInstance>(firstBus);
+        QSignalSpy reopens(first.get(), &SingleInstance::reopenRequested);
+        QCOMPARE(first->claim(), SingleInstance::Role::Primary);
+
+        SingleInstance quiet(secondBus);
+        QCOMPARE(quiet.claim(SingleInstance::ReopenRequest::Skip), SingleInstance::Role::Secondary);
+        QTest::qWait(50);
+        QCOMPARE(reopens.size(), 0);
+        // The name stays with the running app.
+        QCOMPARE(firstBus.interface()->serviceOwner(QStringLiteral("local.zqb.agent")).value(),
+                 firstBus.baseService());
+
+        first.reset();
+        SingleInstance next(secondBus);
+        QCOMPARE(next.claim(SingleInstance::ReopenRequest::Skip), SingleInstance::Role::Primary);
+
+        QDBusConnection::disconnectFromBus(QStringLiteral("first"));
+        QDBusConnection::disconnectFromBus(QStringLiteral("second"));
+    }
+
     void withoutABusTheAppRunsAlone()
     {
         QDBusConnection none = QDBusConnection::connectToBus(

@@ -2,6 +2,7 @@
 // path fixed at build time to the test wrapper around the stand-in engine,
 // folders chosen from a file, and the test probe on the session bus.
 #include "AppMain.h"
+#include "PeriodicRefresh.h"
 #include "ScriptedFolderChooser.h"
 #include "TestProbe.h"
 
@@ -13,9 +14,12 @@ int main(int argc, char **argv)
                                              return std::make_unique<ScriptedFolderChooser>(
                                                  qEnvironmentVariable("ZQB_E2E_FOLDERS"));
                                          }};
-    return runAgentApp(argc, argv, std::move(options), [](ZQBAgentApplication &) {
+    return runAgentApp(argc, argv, std::move(options), [](ZQBAgentApplication &agent) {
         auto *probe = new TestProbe(qApp);
         if (!probe->registerOnSessionBus())
             qWarning("test probe: cannot register on the session bus");
+        // A shorter period lets a test watch a whole backup through the tray.
+        if (const int ms = qEnvironmentVariableIntValue("ZQB_E2E_REFRESH_MS"); ms > 0)
+            agent.periodicRefresh().setInterval(ms);
     });
 }

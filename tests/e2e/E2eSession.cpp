@@ -363,6 +363,8 @@ bool E2eSession::startDesktop(QString *why)
         return fail(QStringLiteral("dunst did not take the notification service: ") +
                     tail(path("dunst.err")));
 
+    if (!m_withTray)
+        return true;
     m_tray = startProcess(QStringLiteral(ZQB_E2E_SNI_HOST), {}, QStringLiteral("tray"));
     if (!waitForBusName(watcherService, 15000))
         return fail(QStringLiteral("the tray host did not start: ") + tail(path("tray.err")));
@@ -392,6 +394,28 @@ bool E2eSession::startApp(QString *why, const QString &hangCommand)
         30000);
     if (!shown || m_app->state() == QProcess::NotRunning)
         return fail(QStringLiteral("the app did not show its window: ") + tail(path("app.err")));
+    return true;
+}
+
+bool E2eSession::startAppInBackground(QString *why, int refreshMs)
+{
+    QProcessEnvironment saved = m_env;
+    if (refreshMs > 0)
+        m_env.insert(QStringLiteral("ZQB_E2E_REFRESH_MS"), QString::number(refreshMs));
+    m_app = startProcess(QStringLiteral(ZQB_E2E_APP), {QStringLiteral("--background")},
+                         QStringLiteral("app"));
+    m_env = saved;
+    const bool answers = waitUntil(
+        [this] {
+            return m_app->state() == QProcess::NotRunning ||
+                   window().value(QStringLiteral("exists")).toBool();
+        },
+        30000);
+    if (!answers || m_app->state() == QProcess::NotRunning) {
+        if (why)
+            *why = QStringLiteral("the app did not start: ") + tail(path("app.err"));
+        return false;
+    }
     return true;
 }
 
@@ -584,6 +608,33 @@ QImage E2eSession::trayIcon() const
             image.load(name);
     }
     return image;
+}
+
+QString E2eSession::trayToolTip() const
+{
+    // (s a(iiay) s s): icon name, icon pixmaps, title, text.
+    const QVariant value = trayProperties().value(QStringLiteral("ToolTip"));
+    if (value.metaType() != QMetaType::fromType<QDBusArgument>())
+        return {};
+    const QDBusArgument argument = value.value<QDBusArgument>();
+    QString iconName;
+    QString title;
+    QString text;
+    argument.beginStructure();
+    argument >> iconName;
+    argument.beginArray();
+    while (!argument.atEnd()) {
+        int width = 0;
+        int height = 0;
+        QByteArray data;
+        argument.beginStructure();
+        argument >> width >> height >> data;
+        argument.endStructure();
+    }
+    argument.endArray();
+    argument >> title >> text;
+    argument.endStructure();
+    return text.isEmpty() ? title : title + QLatin1Char('\n') + text;
 }
 
 QList<E2eSession::MenuEntry> E2eSession::trayMenu(QString *why) const

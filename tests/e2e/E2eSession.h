@@ -41,8 +41,13 @@ public:
 
     // Starts everything but the app. False (with the reason) when any part fails.
     bool startDesktop(QString *why);
+    // Leaves the tray host out of the next startDesktop(): a desktop with no tray.
+    void setWithTray(bool withTray) { m_withTray = withTray; }
     // Starts the app; waits until its window is shown and its probe answers.
     bool startApp(QString *why, const QString &hangCommand = {});
+    // Starts the app with --background, as the session's autostart does; waits
+    // until its probe answers. `refreshMs` shortens its periodic refresh.
+    bool startAppInBackground(QString *why, int refreshMs = 0);
     // Runs the app's executable again, as a second launch would.
     QProcess *launchAgain();
 
@@ -73,6 +78,8 @@ public:
     QString trayItem() const; // "service/path" of the one registered item
     QVariantMap trayProperties() const;
     QImage trayIcon() const;
+    // The item's ToolTip property: its title, and its text on a second line if any.
+    QString trayToolTip() const;
     QList<MenuEntry> trayMenu(QString *why = nullptr) const;
     bool triggerTrayEntry(const QString &label) const;
 
@@ -102,6 +109,7 @@ private:
     QString m_busAddress;
     QString m_connectionName;
     QString m_display;
+    bool m_withTray = true;
     std::unique_ptr<QProcess> m_busDaemon;
     std::unique_ptr<QProcess> m_xServer;
     std::unique_ptr<QProcess> m_notifications;

@@ -5,7 +5,9 @@
 #include "IconTint.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
@@ -75,6 +77,28 @@ class EndToEndTest : public QObject
         session.runEngine({QStringLiteral("enroll"), QStringLiteral("--invitation-stdin")},
                           invitation.trimmed() + '\n', &code);
         QCOMPARE(code, 0);
+    }
+
+    // Real files in one folder, stored as the engine's only folder to protect.
+    static QString protectOneFolder(const E2eSession &session)
+    {
+        const QString folder = session.path(QStringLiteral("folders/Pictures"));
+        QDir().mkpath(folder);
+        for (int i = 0; i < 6; ++i) {
+            QFile file(folder + QStringLiteral("/photo-%1.jpg").arg(i));
+            if (file.open(QIODevice::WriteOnly))
+                file.write(QByteArray(2000 + i, 'p'));
+        }
+        const QJsonObject document{{"schema", "zqb.agent-settings.v1"},
+                                   {"enabled", false},
+                                   {"intervalMinutes", 240},
+                                   {"sources", QJsonArray{folder}},
+                                   {"exclusions", QJsonArray{}}};
+        const QByteArray settings = QJsonDocument(document).toJson(QJsonDocument::Compact);
+        int code = -1;
+        session.runEngine({QStringLiteral("configure"), QStringLiteral("--json-stdin")}, settings,
+                          &code);
+        return code == 0 ? folder : QString();
     }
 
 private slots:
@@ -261,6 +285,109 @@ private slots:
         QVERIFY(session.triggerTrayEntry(QStringLiteral("Quit ZQB Agent")));
         QTRY_COMPARE_WITH_TIMEOUT(session.app().state(), QProcess::NotRunning, actionMs);
         QCOMPARE(session.app().exitCode(), 0);
+    }
+
+    void backgroundStartFollowsTheEngineWithoutTheWindow()
+    {
+        E2eSession session;
+        START_DESKTOP(session);
+        enrollBeforehand(session);
+        QVERIFY(!protectOneFolder(session).isEmpty());
+        // An earlier backup, so the next one is news when it completes.
+        int code = -1;
+        session.runEngine({QStringLiteral("backup-all")}, {}, &code);
+        QCOMPARE(code, 0);
+
+        // As the session's autostart starts it at login; refreshes every 0.5 s
+        // instead of 15 so the test can watch a whole backup through the tray.
+        QString why;
+        QVERIFY2(session.startAppInBackground(&why, 500), qPrintable(why));
+        QTRY_VERIFY_WITH_TIMEOUT(!session.trayItem().isEmpty(), startupMs);
+        QTRY_COMPARE_WITH_TIMEOUT(tint(session), QStringLiteral("green"), actionMs);
+        QTRY_COMPARE_WITH_TIMEOUT(session.trayToolTip(), QStringLiteral("Connected"), actionMs);
+        QVERIFY(countRuns(session, QStringLiteral("ui-status")) >= 1);
+        QTRY_VERIFY_WITH_TIMEOUT(countRuns(session, QStringLiteral("ui-status")) >= 3, actionMs);
+
+        // The engine backs up on its own (as its schedule would), slowly
+        // enough for several refreshes to see it running.
+        QProcess backup;
+        QProcessEnvironment env = session.environment();
+        env.insert(QStringLiteral("ZQB_SIM_SPEED"), QStringLiteral("3"));
+        backup.setProcessEnvironment(env);
+        backup.start(
+            QStringLiteral(ZQB_E2E_ENGINE_SIM),
+            {QStringLiteral("backup-all"), QStringLiteral("--state"), session.stateDirectory()});
+        QVERIFY(backup.waitForStarted(10000));
+
+        QStringList tips;
+        QElapsedTimer clock;
+        clock.start();
+        while (clock.elapsed() < 60000) {
+            const QString tip = session.trayToolTip();
+            if (!tip.isEmpty() && (tips.isEmpty() || tips.constLast() != tip))
+                tips << tip;
+            if (backup.state() == QProcess::NotRunning && !session.notifications().isEmpty() &&
+                tip == QStringLiteral("Connected"))
+                break;
+            QTest::qWait(100);
+        }
+        QCOMPARE(backup.exitCode(), 0);
+        // "Connected", then the running backup's title and progress, then "Connected" again.
+        const QString joined = tips.join(QStringLiteral(" | "));
+        qInfo("tooltips seen: %s", qPrintable(QString(joined).replace(QLatin1Char('\n'), "\\n")));
+        QVERIFY2(tips.size() >= 3, qPrintable(joined));
+        QCOMPARE(tips.constFirst(), QStringLiteral("Connected"));
+        QCOMPARE(tips.constLast(), QStringLiteral("Connected"));
+        const QRegularExpression running(
+            QStringLiteral("^Backing Up\n(Checking \\d+ files|\\d+/\\d+ files \u00b7 \\d+ objects "
+                           "ready|\\d+/\\d+ uploaded \u00b7 \\d+ reused|Checking target inventory|"
+                           "Waiting for durable receipts|Committing recovery point|"
+                           "Verifying recovery point)$"));
+        int progressTips = 0;
+        for (const QString &tip : std::as_const(tips))
+            progressTips += running.match(tip).hasMatch() ? 1 : 0;
+        QVERIFY2(progressTips >= 1, qPrintable(joined));
+
+        // Announced once, by the periodic refresh, with the window never shown.
+        const QStringList shown = session.notifications();
+        QCOMPARE(shown.size(), 1);
+        QCOMPARE(shown.constFirst().section(QLatin1Char('\t'), 1, 1),
+                 QStringLiteral("ZQB backup Recovery Ready"));
+        QCOMPARE(session.window()[QStringLiteral("visible")].toBool(), false);
+        QCOMPARE(session.window()[QStringLiteral("windows")].toInt(), 0);
+        QCOMPARE(session.paints(), 0);
+        QCOMPARE(countRuns(session, QStringLiteral("backup-all")), 0); // the app started none
+
+        // "Open ZQB Agent" shows what the model already knows.
+        QVERIFY(session.triggerTrayEntry(QStringLiteral("Open ZQB Agent")));
+        QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("visible")].toBool(), actionMs);
+        QCOMPARE(session.window()[QStringLiteral("windows")].toInt(), 1);
+        QTRY_VERIFY_WITH_TIMEOUT(session.showsText(QStringLiteral("Recovery Ready")), actionMs);
+        QTRY_VERIFY_WITH_TIMEOUT(session.showsText(QStringLiteral("Connected")), actionMs);
+        QCOMPARE(session.notifications().size(), 1);
+        if (const QString file = screenshotPath(QStringLiteral("e2e-opened-after-background.png"));
+            !file.isEmpty())
+            QVERIFY(session.screenshot(file));
+    }
+
+    void withoutATrayTheAppStillWorks()
+    {
+        E2eSession session;
+        session.setWithTray(false);
+        START_DESKTOP(session);
+        START_APP(session);
+        QTRY_VERIFY_WITH_TIMEOUT(session.showsText(connectBox), startupMs);
+        // Closing the window keeps the app; launching it again brings the window back.
+        QVERIFY(session.closeWindow());
+        QTRY_VERIFY(!session.window()[QStringLiteral("visible")].toBool());
+        QTest::qWait(300);
+        QCOMPARE(session.app().state(), QProcess::Running);
+        QProcess *second = session.launchAgain();
+        QVERIFY(second->waitForFinished(startupMs));
+        QCOMPARE(second->exitCode(), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("visible")].toBool(), actionMs);
+        QCOMPARE(session.window()[QStringLiteral("windows")].toInt(), 1);
+        QVERIFY(session.showsText(connectBox));
     }
 
     void secondLaunchBringsTheWindowForward()

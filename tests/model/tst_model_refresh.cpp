@@ -90,7 +90,12 @@ void ModelRefreshTest::firstRefreshDoesNotAnnounceButBroadcasts()
     QVERIFY(m_notifier->posts.isEmpty());
     QCOMPARE(m_model->observedBackup(), std::optional<QString>(firstBackup));
     QCOMPARE(broadcasts.received.size(), 1);
-    QCOMPARE(broadcasts.received.first(), (QVariantMap{{"state", "connected"}}));
+    const QVariantMap info = broadcasts.received.first();
+    QCOMPARE(info.keys(), (QStringList{"runtime", "state"}));
+    QCOMPARE(info.value("state"), QVariant(QStringLiteral("connected")));
+    // The whole runtime record travels along, for the tray's tooltip.
+    QCOMPARE(info.value("runtime").value<RuntimeStatus>(),
+             statusWithBackup(firstBackup, true).runtime);
 
     // Posted on every successful decode, even when nothing changed.
     refreshWith(statusWithBackup(firstBackup, true));

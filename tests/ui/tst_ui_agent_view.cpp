@@ -522,41 +522,6 @@ private slots:
         QCOMPARE(w.model.intervalMinutes(), 90);
     }
 
-    void refreshTimerSkipsWhileBusy()
-    {
-        Window w;
-        QCOMPARE(w.view.refreshInterval(), 15000);
-        QVERIFY(w.show(ScreenStates::connectedIdle()));
-        QTRY_VERIFY(!w.model.busy());
-        w.engine.answer("run-once", "checked", {}, 0, 0.6);
-        w.engine.forgetInvocations();
-        QTest::mouseClick(w.find<QPushButton>("checkButton"), Qt::LeftButton);
-        QVERIFY(w.model.busy());
-        for (int i = 0; i < 5; ++i) {
-            w.view.refreshTick();
-            QTest::qWait(20);
-        }
-        QTRY_VERIFY_WITH_TIMEOUT(!w.model.busy(), 10000);
-        // Only the refresh that follows the check itself: no tick was queued.
-        QTRY_COMPARE(w.count("ui-status"), 1);
-        QTest::qWait(200);
-        QCOMPARE(w.count("ui-status"), 1);
-
-        // Idle, a tick refreshes at once.
-        w.view.refreshTick();
-        QTRY_COMPARE(w.count("ui-status"), 2);
-    }
-
-    void refreshTimerRuns()
-    {
-        Window w;
-        QVERIFY(w.show());
-        QTRY_COMPARE(w.count("ui-status"), 1);
-        w.view.setRefreshInterval(50);
-        QTRY_VERIFY(w.count("ui-status") >= 3);
-        w.view.setRefreshInterval(60000);
-    }
-
     void busyDisablesConnectionButtonsWhileRowsUpdate()
     {
         Window w;

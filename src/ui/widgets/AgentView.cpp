@@ -37,31 +37,10 @@ AgentView::AgentView(AgentModel &model, QList<qint64> intervals, QWidget *parent
 
     connect(&m_model, &AgentModel::changed, this, &AgentView::scheduleRender);
     connect(&m_model, &AgentModel::settled, this, &AgentView::renderPending);
-    m_refreshTimer.setInterval(refreshIntervalMs);
-    m_refreshTimer.setTimerType(Qt::CoarseTimer);
-    connect(&m_refreshTimer, &QTimer::timeout, this, &AgentView::refreshTick);
-    m_refreshTimer.start();
     render();
 }
 
 AgentView::~AgentView() = default;
-
-void AgentView::setRefreshInterval(int milliseconds)
-{
-    m_refreshTimer.start(milliseconds);
-}
-
-int AgentView::refreshInterval() const
-{
-    return m_refreshTimer.interval();
-}
-
-void AgentView::refreshTick()
-{
-    if (m_model.busy())
-        return;
-    m_model.refresh(false, false);
-}
 
 void AgentView::showEvent(QShowEvent *event)
 {

@@ -3,7 +3,6 @@
 #include "WindowState.h"
 
 #include <QList>
-#include <QTimer>
 #include <QWidget>
 
 class AgentModel;
@@ -28,22 +27,13 @@ class AgentView : public QWidget
 {
     Q_OBJECT
 public:
-    static constexpr int refreshIntervalMs = 15000;
-
     AgentView(AgentModel &model, QList<qint64> intervals, QWidget *parent = nullptr);
     ~AgentView() override;
 
     // Number of renders so far; a model transaction costs one.
     int renderCount() const { return m_renderCount; }
-    // The refresh period; tests shorten it.
-    void setRefreshInterval(int milliseconds);
-    int refreshInterval() const;
     // The view state the widgets currently show.
     const WindowState &shownState() const { return m_shown; }
-
-public slots:
-    // One tick of the periodic refresh: skipped (not deferred) while busy.
-    void refreshTick();
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -59,7 +49,6 @@ private:
     void updateTabOrder();
 
     AgentModel &m_model;
-    QTimer m_refreshTimer;
     bool m_renderPending = false;
     int m_renderCount = 0;
     bool m_painted = false;
