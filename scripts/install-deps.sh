@@ -12,6 +12,8 @@ build_packages=(
 test_packages=(
   clang libclang-rt-14-dev libbenchmark-dev libx11-dev
   dunst libnotify-bin x11-utils xdotool imagemagick
+  desktop-file-utils appstream
+  dpkg-dev debhelper lintian
 )
 
 packages=("${build_packages[@]}")

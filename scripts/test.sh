@@ -2,7 +2,8 @@
 # Sets up, builds and runs every test, headless:
 #   1. the regular build with warnings as errors,
 #   2. the same suite under AddressSanitizer and UndefinedBehaviorSanitizer,
-#   3. a short libFuzzer run of the status-document reader.
+#   3. a short libFuzzer run of the status-document reader,
+#   4. the Debian package: built, checked by lintian, installed and run.
 # Ends non-zero when anything fails.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -29,6 +30,11 @@ step "Tests under sanitizers"
 
 step "Fuzzing the status-document reader"
 "$root/fuzz/run.sh" "${ZQB_FUZZ_SECONDS:-20}"
+
+step "Debian package"
+"$root/scripts/package.sh"
+step "Package checks (lintian, install, run, purge)"
+"$root/scripts/check-package.sh"
 
 echo
 echo "All tests passed."

@@ -1,6 +1,17 @@
 # Installs the build into a fresh prefix and checks that a Linux desktop finds
-# the app there: the executable, its desktop entry, AppStream data and icon.
-# Run as: cmake -DBUILD_DIR=... -DPREFIX=... -P CheckInstall.cmake
+# the app there: the executable, its desktop entry, AppStream data, icon and
+# manual page, and the entry that starts it in the tray at login, each valid
+# by the desktop's own validators. Then checks that a /usr install puts the
+# autostart entry in /etc/xdg/autostart, where session managers look.
+# Run as: cmake -DBUILD_DIR=... -DPREFIX=... -DSOURCE_DIR=...
+#               -DDESKTOP_FILE_VALIDATE=... -DAPPSTREAMCLI=... -P CheckInstall.cmake
+foreach(tool DESKTOP_FILE_VALIDATE APPSTREAMCLI)
+  if(NOT ${tool})
+    message(FATAL_ERROR "${tool} was not found when the build was configured; "
+                        "scripts/install-deps.sh test installs it")
+  endif()
+endforeach()
+
 file(REMOVE_RECURSE "${PREFIX}")
 execute_process(COMMAND ${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${PREFIX}"
                 RESULT_VARIABLE result OUTPUT_QUIET)
@@ -8,23 +19,48 @@ if(NOT result EQUAL 0)
   message(FATAL_ERROR "cmake --install failed: ${result}")
 endif()
 
+set(launcher share/applications/zqb-agent.desktop)
+set(autostart etc/xdg/autostart/zqb-agent.desktop)
+set(metainfo share/metainfo/local.zqb.agent.metainfo.xml)
 foreach(path
     bin/zqb-agent-app
-    share/applications/zqb-agent.desktop
-    share/metainfo/local.zqb.agent.metainfo.xml
-    share/icons/hicolor/scalable/apps/zqb-agent.svg)
+    ${launcher}
+    ${autostart}
+    ${metainfo}
+    share/icons/hicolor/scalable/apps/zqb-agent.svg
+    share/man/man1/zqb-agent-app.1)
   if(NOT EXISTS "${PREFIX}/${path}")
     message(FATAL_ERROR "not installed: ${path}")
   endif()
 endforeach()
 
-file(READ "${PREFIX}/share/applications/zqb-agent.desktop" entry)
-foreach(line "Name=ZQB Agent" "Exec=zqb-agent-app" "Icon=zqb-agent" "Type=Application")
-  string(FIND "${entry}" "${line}\n" at)
-  if(at EQUAL -1)
-    message(FATAL_ERROR "desktop entry lacks '${line}'")
+function(expect_lines file)
+  file(READ "${PREFIX}/${file}" entry)
+  foreach(line ${ARGN})
+    string(FIND "${entry}" "${line}\n" at)
+    if(at EQUAL -1)
+      message(FATAL_ERROR "${file} lacks '${line}'")
+    endif()
+  endforeach()
+endfunction()
+expect_lines(${launcher} "Name=ZQB Agent" "Exec=zqb-agent-app" "Icon=zqb-agent" "Type=Application")
+# At login: in the tray only, on every desktop that honours the GNOME switch,
+# and hidden from menus so it is not mistaken for a second launcher.
+expect_lines(${autostart} "Type=Application" "Name=ZQB Agent" "Exec=zqb-agent-app --background"
+             "X-GNOME-Autostart-enabled=true" "NoDisplay=true")
+
+foreach(entry ${launcher} ${autostart})
+  execute_process(COMMAND ${DESKTOP_FILE_VALIDATE} "${PREFIX}/${entry}"
+                  RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE out)
+  if(NOT result EQUAL 0 OR NOT out STREQUAL "")
+    message(FATAL_ERROR "desktop-file-validate rejects ${entry}:\n${out}")
   endif()
 endforeach()
+execute_process(COMMAND ${APPSTREAMCLI} validate --no-net "${PREFIX}/${metainfo}"
+                RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE out)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "appstreamcli rejects ${metainfo}:\n${out}")
+endif()
 
 file(READ "${PREFIX}/share/icons/hicolor/scalable/apps/zqb-agent.svg" icon)
 string(FIND "${icon}" "<svg" at)
@@ -32,3 +68,29 @@ if(at EQUAL -1)
   message(FATAL_ERROR "the installed icon is not an SVG image")
 endif()
 file(REMOVE_RECURSE "${PREFIX}")
+
+# A /usr install keeps its configuration in /etc: the autostart rule alone,
+# configured with that prefix and installed under a staging root.
+file(REMOVE_RECURSE "${PREFIX}-usr")
+set(project "${PREFIX}-usr/project")
+file(MAKE_DIRECTORY "${project}")
+file(WRITE "${project}/CMakeLists.txt" "cmake_minimum_required(VERSION 3.21)
+project(autostart_entry NONE)
+include(\"${SOURCE_DIR}/packaging/AutostartEntry.cmake\")
+")
+execute_process(COMMAND ${CMAKE_COMMAND} -Wno-dev -S "${project}" -B "${PREFIX}-usr/build"
+                        -DCMAKE_INSTALL_PREFIX=/usr
+                RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE out)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "configuring the autostart rule failed:\n${out}")
+endif()
+set(ENV{DESTDIR} "${PREFIX}-usr/root")
+execute_process(COMMAND ${CMAKE_COMMAND} --install "${PREFIX}-usr/build"
+                RESULT_VARIABLE result OUTPUT_QUIET)
+unset(ENV{DESTDIR})
+file(GLOB_RECURSE placed RELATIVE "${PREFIX}-usr/root" "${PREFIX}-usr/root/*")
+if(NOT result EQUAL 0 OR NOT placed STREQUAL "${autostart}")
+  message(FATAL_ERROR "with prefix /usr the autostart entry went to '${placed}', "
+                      "not /${autostart}")
+endif()
+file(REMOVE_RECURSE "${PREFIX}-usr")
