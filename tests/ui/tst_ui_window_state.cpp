@@ -30,8 +30,10 @@ private slots:
         QVERIFY(!w.schedule.backUpNowEnabled);
         QVERIFY(w.schedule.saveEnabled);
         QCOMPARE(w.badge.title, QStringLiteral("Checking status"));
+        QVERIFY(!w.schedule.busy);
         in.busy = true;
         QVERIFY(!windowState(in).schedule.saveEnabled);
+        QVERIFY(windowState(in).schedule.busy); // the activity indicator
         in.appVersion.clear();
         QCOMPARE(windowState(in).header.versionLine, QStringLiteral("ZQB Agent Unknown"));
     }

@@ -65,6 +65,9 @@ void AgentView::build(QList<qint64> intervals)
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // Not a Tab stop of its own: a nameless stop that does nothing confuses
+    // a screen reader's user, and tabbing to a control scrolls it into view.
+    scroll->setFocusPolicy(Qt::NoFocus);
     outer->addWidget(scroll);
 
     auto *content = new QWidget;

@@ -33,7 +33,9 @@ ConnectBox::ConnectBox(QWidget *parent)
     buttons->addStretch();
     column->addLayout(buttons);
 
-    connect(m_invitation, &QLineEdit::textEdited, this, &ConnectBox::invitationChanged);
+    // textChanged, not textEdited: a paste through the accessibility
+    // interface sets the text without "editing" it.
+    connect(m_invitation, &QLineEdit::textChanged, this, &ConnectBox::invitationChanged);
     connect(m_enroll, &QPushButton::clicked, this, &ConnectBox::enrollRequested);
     applyColors();
 }

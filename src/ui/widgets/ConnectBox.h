@@ -25,7 +25,7 @@ public:
     QList<QWidget *> focusChain() const;
 
 signals:
-    // The person's edits of the field.
+    // Every change of the field's text, however it was made.
     void invitationChanged(const QString &text);
     void enrollRequested();
 

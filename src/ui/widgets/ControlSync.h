@@ -8,10 +8,13 @@ class QLabel;
 class QLineEdit;
 class QWidget;
 
-// Bringing a control to the model's value without telling anyone: rendering
-// never feeds back into the model, so a render that sets a control blocks its
-// signals. A control that already shows the value is left alone, so nothing
-// repaints and an edit keeps its cursor and selection.
+// Bringing a control to the model's value without telling anyone: the
+// sections bind their controls to change signals (toggled, textChanged,
+// currentIndexChanged), which fire whatever made the change (mouse,
+// keyboard, an accessibility action or a program), so a render that sets a
+// control must block them, or it would write the value straight back. A
+// control that already shows the value is left alone, so nothing repaints and
+// an edit keeps its cursor and selection.
 namespace ControlSync {
 
 void text(QLabel *label, const QString &text);

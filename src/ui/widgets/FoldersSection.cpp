@@ -105,8 +105,9 @@ void FoldersSection::rebuildRows(const QStringList &paths)
         remove->setIcon(Symbols::icon(Symbol::MinusCircle, secondary, symbolSize));
         remove->setIconSize(symbolSize);
         remove->setToolTip(QStringLiteral("Remove folder"));
-        remove->setAccessibleName(QStringLiteral("Remove folder"));
-        remove->setAccessibleDescription(path);
+        // Said with its folder: a list of identical "Remove folder" buttons
+        // tells a screen reader's user nothing.
+        remove->setAccessibleName(QStringLiteral("Remove folder ") + path);
         remove->setFocusPolicy(Qt::StrongFocus);
         connect(remove, &QToolButton::clicked, this, [this, path] { emit removeRequested(path); });
         layout->addWidget(remove);

@@ -30,6 +30,7 @@ HeaderSection::HeaderSection(QWidget *parent)
     column->setSpacing(3);
     auto *title = new QLabel(QStringLiteral("ZQB Agent"));
     title->setObjectName(QStringLiteral("appTitle"));
+    title->setTextFormat(Qt::PlainText);
     title->setFont(WidgetStyle::titleFont(font()));
     column->addWidget(title);
     m_subtitle->setObjectName(QStringLiteral("subtitle"));
@@ -38,6 +39,8 @@ HeaderSection::HeaderSection(QWidget *parent)
     auto *versionRow = new QHBoxLayout;
     versionRow->setSpacing(10);
     m_versionLine->setObjectName(QStringLiteral("versionLine"));
+    // The version is the engine's text: shown as sent, never as markup.
+    m_versionLine->setTextFormat(Qt::PlainText);
     m_versionLine->setFont(WidgetStyle::headlineFont(font()));
     m_versionLine->setTextInteractionFlags(Qt::TextSelectableByMouse);
     versionRow->addWidget(m_versionLine);

@@ -1,6 +1,7 @@
 #include "MessageCard.h"
 
 #include "DotWidget.h"
+#include "PlainText.h"
 #include "Symbols.h"
 #include "TextFit.h"
 #include "WidgetStyle.h"
@@ -59,7 +60,7 @@ void MessageCard::setText(const QString &text)
         return;
     m_text = text;
     m_label->setAccessibleName(text);
-    m_label->setToolTip(text);
+    m_label->setToolTip(PlainText::toolTip(text));
     refit();
 }
 

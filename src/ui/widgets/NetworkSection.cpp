@@ -54,6 +54,7 @@ NetworkSection::NetworkSection(QWidget *parent)
     bandwidthRow->setSpacing(10);
     auto *bandwidthLabel = new QLabel(QStringLiteral("Bandwidth limit"));
     bandwidthLabel->setObjectName(QStringLiteral("bandwidthLabel"));
+    bandwidthLabel->setTextFormat(Qt::PlainText);
     bandwidthRow->addWidget(bandwidthLabel);
     m_bandwidth->setObjectName(QStringLiteral("bandwidthPicker"));
     m_bandwidth->setAccessibleName(QStringLiteral("Bandwidth limit"));
@@ -72,13 +73,13 @@ NetworkSection::NetworkSection(QWidget *parent)
     m_note->setFont(WidgetStyle::captionFont(QApplication::font()));
     column->addWidget(m_note);
 
-    connect(m_paused, &QCheckBox::clicked, this, &NetworkSection::pausedChanged);
-    connect(m_bandwidth, &QComboBox::activated, this, [this](int index) {
+    connect(m_paused, &QCheckBox::toggled, this, &NetworkSection::pausedChanged);
+    connect(m_bandwidth, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (index >= 0 && index < bandwidthChoices().size())
             emit bandwidthChanged(bandwidthChoices().at(index).kibPerSecond);
     });
-    connect(m_metered, &QCheckBox::clicked, this, &NetworkSection::currentNetworkMeteredChanged);
-    connect(m_allowMetered, &QCheckBox::clicked, this, &NetworkSection::allowMeteredNetworkChanged);
+    connect(m_metered, &QCheckBox::toggled, this, &NetworkSection::currentNetworkMeteredChanged);
+    connect(m_allowMetered, &QCheckBox::toggled, this, &NetworkSection::allowMeteredNetworkChanged);
     WidgetStyle::setTextColor(m_note, colorForRole(ColorRole::Secondary, palette()));
 }
 

@@ -23,7 +23,8 @@ public:
     QList<QWidget *> focusChain() const;
 
 signals:
-    // The person's edits; none while the section shows a new state.
+    // Every change of a control, whatever made it; none while the section
+    // shows a new state.
     void pausedChanged(bool paused);
     void bandwidthChanged(qint64 kibPerSecond);
     void currentNetworkMeteredChanged(bool metered);

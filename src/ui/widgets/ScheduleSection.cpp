@@ -1,5 +1,6 @@
 #include "ScheduleSection.h"
 
+#include "BusySpinner.h"
 #include "ControlSync.h"
 #include "Formatting.h"
 #include "WidgetStyle.h"
@@ -16,7 +17,7 @@ ScheduleSection::ScheduleSection(QList<qint64> intervals, QWidget *parent)
     : QGroupBox(QStringLiteral("Automatic protection"), parent), m_intervals(std::move(intervals)),
       m_enabled(new QCheckBox(QStringLiteral("Back up selected folders automatically"))),
       m_interval(new QComboBox), m_save(new QPushButton(QStringLiteral("Save settings"))),
-      m_backUpNow(new QPushButton(QStringLiteral("Back up now")))
+      m_backUpNow(new QPushButton(QStringLiteral("Back up now"))), m_busy(new BusySpinner(16))
 {
     setObjectName(QStringLiteral("scheduleBox"));
     auto *column = new QVBoxLayout(this);
@@ -29,6 +30,7 @@ ScheduleSection::ScheduleSection(QList<qint64> intervals, QWidget *parent)
     intervalRow->setSpacing(10);
     auto *runEvery = new QLabel(QStringLiteral("Run every"));
     runEvery->setObjectName(QStringLiteral("runEveryLabel"));
+    runEvery->setTextFormat(Qt::PlainText);
     intervalRow->addWidget(runEvery);
     m_interval->setObjectName(QStringLiteral("intervalPicker"));
     m_interval->setFixedWidth(170);
@@ -45,13 +47,17 @@ ScheduleSection::ScheduleSection(QList<qint64> intervals, QWidget *parent)
     m_save->setAccessibleName(m_save->text());
     m_backUpNow->setObjectName(QStringLiteral("backUpNowButton"));
     m_backUpNow->setAccessibleName(m_backUpNow->text());
+    m_busy->setObjectName(QStringLiteral("busyIndicator"));
+    m_busy->setAccessibleName(QStringLiteral("Working"));
+    m_busy->setVisible(false);
     buttons->addWidget(m_save);
     buttons->addWidget(m_backUpNow);
+    buttons->addWidget(m_busy, 0, Qt::AlignVCenter);
     buttons->addStretch();
     column->addLayout(buttons);
 
-    connect(m_enabled, &QCheckBox::clicked, this, &ScheduleSection::enabledChanged);
-    connect(m_interval, &QComboBox::activated, this, [this](int index) {
+    connect(m_enabled, &QCheckBox::toggled, this, &ScheduleSection::enabledChanged);
+    connect(m_interval, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (index >= 0 && index < m_intervals.size())
             emit intervalChanged(m_intervals.at(index));
     });
@@ -67,6 +73,7 @@ void ScheduleSection::setState(const ScheduleState &state)
     ControlSync::index(m_interval, int(m_intervals.indexOf(state.intervalMinutes)));
     ControlSync::enabled(m_save, state.saveEnabled);
     ControlSync::enabled(m_backUpNow, state.backUpNowEnabled);
+    m_busy->setVisible(state.busy);
 }
 
 QList<QWidget *> ScheduleSection::focusChain() const

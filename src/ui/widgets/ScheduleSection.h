@@ -5,6 +5,7 @@
 #include <QGroupBox>
 #include <QList>
 
+class BusySpinner;
 class QCheckBox;
 class QComboBox;
 class QPushButton;
@@ -25,7 +26,8 @@ public:
     QList<QWidget *> focusChain() const;
 
 signals:
-    // The person's edits; none while the section shows a new state.
+    // Every change of a control, whatever made it: mouse, keyboard or an
+    // accessibility action. None while the section shows a new state.
     void enabledChanged(bool enabled);
     void intervalChanged(qint64 minutes);
     void saveRequested();
@@ -41,4 +43,5 @@ private:
     QComboBox *m_interval;
     QPushButton *m_save;
     QPushButton *m_backUpNow;
+    BusySpinner *m_busy;
 };

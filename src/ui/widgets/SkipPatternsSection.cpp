@@ -27,7 +27,7 @@ SkipPatternsSection::SkipPatternsSection(QWidget *parent)
     m_note->setFont(WidgetStyle::captionFont(QApplication::font()));
     column->addWidget(m_note);
 
-    connect(m_patterns, &QLineEdit::textEdited, this, &SkipPatternsSection::textChanged);
+    connect(m_patterns, &QLineEdit::textChanged, this, &SkipPatternsSection::textChanged);
     WidgetStyle::setTextColor(m_note, colorForRole(ColorRole::Secondary, palette()));
 }
 

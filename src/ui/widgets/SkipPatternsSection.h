@@ -20,7 +20,7 @@ public:
     QList<QWidget *> focusChain() const;
 
 signals:
-    // The person's edits of the text.
+    // Every change of the text, typed, pasted or set through accessibility.
     void textChanged(const QString &text);
 
 protected:
