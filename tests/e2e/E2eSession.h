@@ -12,15 +12,17 @@
 
 #include <memory>
 
-// One private desktop for an end-to-end test: a session bus of its own, an X
-// server on a free display, a notification server that records what it shows,
-// a tray (StatusNotifierItem host) and the app itself with the stand-in
-// engine. Everything started here is ended by the destructor, also when the
-// test fails halfway; processes orphaned on the way (engines the app started)
-// are found and ended too.
+// One private desktop for an end-to-end test: a session bus of its own, a
+// display server (an X server on a free display, or a headless Wayland
+// compositor), a notification server that records what it shows, a tray
+// (StatusNotifierItem host) and the app itself with the stand-in engine.
+// Everything started here is ended by the destructor, also when the test
+// fails halfway; processes orphaned on the way (engines the app started) are
+// found and ended too.
 class E2eSession
 {
 public:
+    enum class Platform { X11, Wayland };
     struct MenuEntry
     {
         int id = 0;
@@ -31,20 +33,26 @@ public:
         QStringList shortcut; // e.g. {"Control", "q"}
     };
 
-    E2eSession();
+    explicit E2eSession(Platform platform = platformUnderTest());
     ~E2eSession();
     E2eSession(const E2eSession &) = delete;
     E2eSession &operator=(const E2eSession &) = delete;
 
     // Must be called once per test process, before the first session.
     static void becomeSubreaper();
+    // ZQB_E2E_PLATFORM: "wayland", or X11 when unset or "x11".
+    static Platform platformUnderTest();
+    Platform platform() const { return m_platform; }
 
     // Starts everything but the app. False (with the reason) when any part fails.
     bool startDesktop(QString *why);
     // Starts the app; waits until its window is shown and its probe answers.
-    bool startApp(QString *why, const QString &hangCommand = {});
-    // Runs the app's executable again, as a second launch would.
-    QProcess *launchAgain();
+    // A launcher's activation token, when given, is in its environment.
+    bool startApp(QString *why, const QString &hangCommand = {},
+                  const QString &activationToken = {});
+    // Runs the app's executable again, as a second launch would; with the
+    // activation token a launcher would hand it, when given.
+    QProcess *launchAgain(const QString &activationToken = {});
 
     QProcess &app() { return *m_app; }
     QString stateDirectory() const;
@@ -80,8 +88,18 @@ public:
     QStringList notifications() const;
     // The arguments of each engine run so far, oldest first.
     QStringList engineRuns() const;
-    // A picture of the whole X screen, as a PNG.
+    // A picture of the whole screen, as a PNG.
     bool screenshot(const QString &file) const;
+
+    // The desktop's own view of its windows. Wayland only: the compositor's
+    // tree node of the mapped window titled `title` (empty when there is
+    // none), the title of the window with the keyboard focus, a fresh
+    // activation token as a launcher would get one, and another program's
+    // window, which takes the focus when it appears.
+    QJsonObject compositorWindow(const QString &title) const;
+    QString focusedWindowTitle() const;
+    QString newActivationToken() const;
+    bool showOtherWindow(const QString &title, QString *why);
     // Runs the stand-in engine helper with the app's engine state.
     QByteArray runEngine(const QStringList &arguments, const QByteArray &input = {},
                          int *exitCode = nullptr) const;
@@ -89,6 +107,9 @@ public:
     QString display() const { return m_display; }
 
 private:
+    bool startXServer(QString *why);
+    bool startCompositor(QString *why);
+    QJsonArray compositorTree() const;
     std::unique_ptr<QProcess> startProcess(const QString &program, const QStringList &arguments,
                                            const QString &logName);
     bool waitForBusName(const QString &name, int timeoutMs) const;
@@ -97,6 +118,7 @@ private:
     void stop(std::unique_ptr<QProcess> &process);
     void endOrphans();
 
+    Platform m_platform;
     QTemporaryDir m_dir;
     QProcessEnvironment m_env;
     QString m_busAddress;
@@ -104,6 +126,8 @@ private:
     QString m_display;
     std::unique_ptr<QProcess> m_busDaemon;
     std::unique_ptr<QProcess> m_xServer;
+    std::unique_ptr<QProcess> m_compositor;
+    std::unique_ptr<QProcess> m_otherWindow;
     std::unique_ptr<QProcess> m_notifications;
     std::unique_ptr<QProcess> m_tray;
     std::unique_ptr<QProcess> m_app;
