@@ -463,6 +463,11 @@ bool E2eSession::startCompositor(QString *why)
     m_env.insert(QStringLiteral("WAYLAND_DISPLAY"), display);
     m_env.insert(QStringLiteral("SWAYSOCK"), ipc);
     m_env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("wayland"));
+    // Sanitizer builds: what Qt's Wayland platform leaves to process exit is not ours.
+    const QString lsan = m_env.value(QStringLiteral("LSAN_OPTIONS"));
+    m_env.insert(QStringLiteral("LSAN_OPTIONS"),
+                 (lsan.isEmpty() ? QString() : lsan + QLatin1Char(':')) +
+                     QStringLiteral("suppressions=" ZQB_E2E_LSAN_WAYLAND));
     // The compositor answers once its outputs are set up.
     if (!waitUntil([this] { return !compositorTree().isEmpty(); }, 15000))
         return fail(QStringLiteral("sway does not answer on its socket: ") +
