@@ -5,7 +5,7 @@ set -euo pipefail
 
 build_packages=(
   build-essential cmake ninja-build pkg-config
-  qt6-base-dev qt6-base-dev-tools qt6-svg-dev libqt6svg6 qt6-qpa-plugins
+  qt6-base-dev qt6-base-dev-tools qt6-svg-dev libqt6svg6 qt6-qpa-plugins qt6-wayland
   nlohmann-json3-dev
   dbus dbus-x11 xvfb xauth fonts-dejavu-core
 )
@@ -14,6 +14,7 @@ test_packages=(
   dunst libnotify-bin x11-utils xdotool imagemagick
   desktop-file-utils appstream
   dpkg-dev debhelper lintian
+  sway grim libwayland-dev libwayland-bin wayland-protocols
 )
 
 packages=("${build_packages[@]}")

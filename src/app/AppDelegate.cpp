@@ -5,6 +5,7 @@
 #include "NotificationCenter.h"
 #include "StatusIcon.h"
 #include "StatusItemToolTip.h"
+#include "WindowActivation.h"
 
 #include <QAction>
 #include <QApplication>
@@ -75,21 +76,22 @@ void AppDelegate::rememberMainWindow()
 
 void AppDelegate::openAgent()
 {
-    rememberMainWindow();
-    QWidget *window = m_mainWindow;
-    if (!window)
-        return; // never creates a window
-    if (window->isMinimized())
-        window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
-    window->show();
-    window->raise();
-    window->activateWindow();
+    bringMainWindowForward({});
 }
 
-bool AppDelegate::applicationShouldHandleReopen(bool hasVisibleWindows)
+void AppDelegate::bringMainWindowForward(const QString &activationToken)
+{
+    rememberMainWindow();
+    if (!m_mainWindow)
+        return; // never creates a window
+    WindowActivation::bringForward(m_mainWindow, activationToken);
+}
+
+bool AppDelegate::applicationShouldHandleReopen(bool hasVisibleWindows,
+                                                const QString &activationToken)
 {
     Q_UNUSED(hasVisibleWindows);
-    openAgent();
+    bringMainWindowForward(activationToken);
     return true;
 }
 

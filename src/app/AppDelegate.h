@@ -44,8 +44,9 @@ public:
     // Puts the status item in the tray, starts following the engine's state and
     // looks for the main window once the event loop has had one turn.
     void applicationDidFinishLaunching();
-    // The user launched the running app again (or clicked its tray icon).
-    bool applicationShouldHandleReopen(bool hasVisibleWindows);
+    // The user launched the running app again (or clicked its tray icon). A
+    // launch passes on the activation token it was started with, if any.
+    bool applicationShouldHandleReopen(bool hasVisibleWindows, const QString &activationToken = {});
     bool applicationShouldTerminateAfterLastWindowClosed() const { return false; }
 
     QSystemTrayIcon *statusItem() const { return m_statusItem.get(); }
@@ -78,6 +79,7 @@ signals:
 private:
     void applyLook(Look look);
     void applyToolTip(const QString &toolTip);
+    void bringMainWindowForward(const QString &activationToken);
 
     // Declared before the tray icon, so the icon goes first on destruction.
     std::unique_ptr<QMenu> m_menu;

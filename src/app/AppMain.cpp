@@ -5,6 +5,7 @@
 #include "MainWindow.h"
 #include "SingleInstance.h"
 #include "Symbols.h"
+#include "WindowActivation.h"
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -31,6 +32,9 @@ int runAgentApp(int &argc, char **argv, ZQBAgentApplication::Options options,
         return launchOptions.exitCode();
     }
     const bool background = launchOptions.background();
+    // Taken before anything else can read it: the token is this launch's to
+    // use once, and no engine the app starts may inherit it.
+    const QString activationToken = WindowActivation::takeLaunchToken();
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zqb-agent"));
@@ -44,17 +48,21 @@ int runAgentApp(int &argc, char **argv, ZQBAgentApplication::Options options,
     SingleInstance instance(QDBusConnection::sessionBus());
     const auto reopen =
         background ? SingleInstance::ReopenRequest::Skip : SingleInstance::ReopenRequest::Send;
-    if (instance.claim(reopen) == SingleInstance::Role::Secondary)
+    if (instance.claim(reopen, activationToken) == SingleInstance::Role::Secondary)
         return 0;
 
     ZQBAgentApplication agent(std::move(options));
     AppDelegate &delegate = agent.appDelegate();
-    QObject::connect(&instance, &SingleInstance::reopenRequested, &delegate, [&agent, &delegate] {
-        delegate.applicationShouldHandleReopen(agent.mainWindow().isVisible());
-    });
+    QObject::connect(&instance, &SingleInstance::reopenRequested, &delegate,
+                     [&agent, &delegate](const QString &token) {
+                         delegate.applicationShouldHandleReopen(agent.mainWindow().isVisible(),
+                                                                token);
+                     });
 
     agent.launch(background ? ZQBAgentApplication::Start::Background
                             : ZQBAgentApplication::Start::Window);
+    if (!background && !activationToken.isEmpty())
+        WindowActivation::bringForward(&agent.mainWindow(), activationToken);
     if (afterLaunch)
         afterLaunch(agent);
     return QApplication::exec();

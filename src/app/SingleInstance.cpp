@@ -15,12 +15,12 @@ SingleInstance::~SingleInstance()
     releaseObject();
 }
 
-SingleInstance::Role SingleInstance::claim(ReopenRequest reopen)
+SingleInstance::Role SingleInstance::claim(ReopenRequest reopen, const QString &activationToken)
 {
     if (!m_bus.isConnected())
         return m_role = Role::Standalone;
 
-    // The object is in place before the name is owned, so a Reopen() that
+    // The object is in place before the name is owned, so an Activate() that
     // arrives the moment we own the name is answered.
     if (!m_objectRegistered)
         m_objectRegistered =
@@ -32,7 +32,7 @@ SingleInstance::Role SingleInstance::claim(ReopenRequest reopen)
             return m_role = Role::Primary;
         if (!m_bus.interface()->isServiceRegistered(serviceName).value())
             continue;
-        if (reopen == ReopenRequest::Skip || askRunningInstanceToReopen())
+        if (reopen == ReopenRequest::Skip || askRunningInstanceToReopen(activationToken))
             return secondary();
     }
     // A running owner that does not answer still means: never a second window.
@@ -56,15 +56,21 @@ void SingleInstance::releaseObject()
     m_objectRegistered = false;
 }
 
-void SingleInstance::Reopen()
+void SingleInstance::Activate(const QString &activationToken)
 {
-    emit reopenRequested();
+    emit reopenRequested(activationToken);
 }
 
-bool SingleInstance::askRunningInstanceToReopen()
+void SingleInstance::Reopen()
+{
+    emit reopenRequested({});
+}
+
+bool SingleInstance::askRunningInstanceToReopen(const QString &activationToken)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(serviceName, objectPath, interfaceName,
-                                                       QStringLiteral("Reopen"));
+                                                       QStringLiteral("Activate"));
+    call << activationToken;
     // Events keep flowing while we wait, so an owner in this same process can answer.
     const QDBusMessage reply = m_bus.call(call, QDBus::BlockWithGui, 5000);
     return reply.type() == QDBusMessage::ReplyMessage;

@@ -207,6 +207,12 @@ AgentRunner::AgentRunner() : m_enginePath(defaultEnginePath()) {}
 
 AgentRunner::AgentRunner(QString enginePath) : m_enginePath(std::move(enginePath)) {}
 
+std::mutex &AgentRunner::environmentLock()
+{
+    static std::mutex lock;
+    return lock;
+}
+
 QString AgentRunner::defaultEnginePath()
 {
     return QFile::decodeName(ZQB_ENGINE_PATH);
@@ -231,7 +237,10 @@ CommandResult AgentRunner::run(const QStringList &arguments,
     argv.add(QFile::encodeName(agentStateDirectory()));
 
     StringBlock envp;
-    buildEnvironment(envp);
+    {
+        const std::lock_guard locked(environmentLock());
+        buildEnvironment(envp);
+    }
 
     OutputStream out;
     OutputStream err;

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <mutex>
 #include <optional>
 
 // Runs one engine command to completion. Blocking: call it from a worker
@@ -20,6 +21,12 @@ public:
     explicit AgentRunner(QString enginePath);
 
     static QString defaultEnginePath();
+
+    // Held while this process's environment is copied for an engine. Code that
+    // changes the environment while engines may be starting holds it too, so
+    // an engine never sees a half-made change or one meant to be short-lived.
+    static std::mutex &environmentLock();
+
     QString enginePath() const { return m_enginePath; }
 
     // The engine receives `arguments`, then "--state" and agentStateDirectory().

@@ -343,6 +343,33 @@ private slots:
         QVERIFY(!delegate.applicationShouldTerminateAfterLastWindowClosed());
     }
 
+    // A launch's activation token is used for the one request it came with
+    // and then gone from the environment, whether the window was already
+    // shown or had to be shown first.
+    void reopenWithATokenActivatesAndLeavesNoTokenBehind()
+    {
+        qunsetenv("XDG_ACTIVATION_TOKEN");
+        AppDelegate delegate;
+        delegate.applicationDidFinishLaunching();
+        auto window = makeMainWindow();
+
+        QVERIFY(delegate.applicationShouldHandleReopen(false, QStringLiteral("launch-1")));
+        QVERIFY(window->isVisible());
+        QTRY_VERIFY(window->isActiveWindow());
+        QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+
+        QVERIFY(delegate.applicationShouldHandleReopen(true, QStringLiteral("launch-2")));
+        QVERIFY(window->isVisible());
+        QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+
+        window->close();
+        QVERIFY(delegate.applicationShouldHandleReopen(false, QStringLiteral("launch-3")));
+        QVERIFY(window->isVisible());
+        QTRY_VERIFY(window->isActiveWindow());
+        QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+        QCOMPARE(visibleWindowCount(), 1);
+    }
+
     void reopenWithoutAWindowStillAnswersTrue()
     {
         AppDelegate delegate;

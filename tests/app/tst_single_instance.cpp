@@ -1,8 +1,10 @@
 // One app per session: the second launch asks the first to reopen its window.
 #include "SingleInstance.h"
+#include "WindowActivation.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusMessage>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -70,6 +72,52 @@ private slots:
 
         QDBusConnection::disconnectFromBus(QStringLiteral("first"));
         QDBusConnection::disconnectFromBus(QStringLiteral("second"));
+    }
+
+    // A later launch hands the running app the activation token its launcher
+    // gave it, so the running app's window may take the focus with it.
+    void aLaterLaunchHandsItsActivationTokenOn()
+    {
+        QDBusConnection firstBus = connection(QStringLiteral("first"));
+        QDBusConnection secondBus = connection(QStringLiteral("second"));
+        auto first = std::make_unique<SingleInstance>(firstBus);
+        QSignalSpy reopens(first.get(), &SingleInstance::reopenRequested);
+        QCOMPARE(first->claim(SingleInstance::ReopenRequest::Send, QStringLiteral("not-for-a-primary")), SingleInstance::Role::Primary);
+        QCOMPARE(reopens.size(), 0);
+
+        SingleInstance second(secondBus);
+        QCOMPARE(second.claim(SingleInstance::ReopenRequest::Send, QStringLiteral("sway-token_7f3a.b")),
+                 SingleInstance::Role::Secondary);
+        QCOMPARE(reopens.size(), 1);
+        QCOMPARE(reopens.at(0).at(0).toString(), QStringLiteral("sway-token_7f3a.b"));
+
+        SingleInstance third(secondBus);
+        QCOMPARE(third.claim(), SingleInstance::Role::Secondary);
+        QCOMPARE(reopens.size(), 2);
+        QCOMPARE(reopens.at(1).at(0).toString(), QString());
+
+        // A caller that knows only the call without a token is still answered.
+        // (Events flow while waiting: the answer comes from this same process.)
+        const QDBusMessage reply = secondBus.call(
+            QDBusMessage::createMethodCall(SingleInstance::serviceName, SingleInstance::objectPath,
+                                           SingleInstance::interfaceName, QStringLiteral("Reopen")),
+            QDBus::BlockWithGui, 5000);
+        QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
+        QCOMPARE(reopens.size(), 3);
+        QCOMPARE(reopens.at(2).at(0).toString(), QString());
+
+        first.reset();
+        QDBusConnection::disconnectFromBus(QStringLiteral("first"));
+        QDBusConnection::disconnectFromBus(QStringLiteral("second"));
+    }
+
+    // The token is taken out of the environment before anything can inherit it.
+    void theLaunchTokenIsTakenOutOfTheEnvironment()
+    {
+        qputenv("XDG_ACTIVATION_TOKEN", "launcher-token-42");
+        QCOMPARE(WindowActivation::takeLaunchToken(), QStringLiteral("launcher-token-42"));
+        QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+        QCOMPARE(WindowActivation::takeLaunchToken(), QString());
     }
 
     void withoutABusTheAppRunsAlone()

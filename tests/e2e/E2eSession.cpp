@@ -144,7 +144,7 @@ QImage imageFromIconPixmaps(const QVariant &value)
 
 } // namespace
 
-E2eSession::E2eSession()
+E2eSession::E2eSession(Platform platform) : m_platform(platform)
 {
     static std::atomic<int> sessions{0};
     m_connectionName = QStringLiteral("e2e-session-%1").arg(++sessions);
@@ -164,12 +164,20 @@ E2eSession::~E2eSession()
     }
     stop(m_secondLaunch);
     stop(m_app);
+    stop(m_otherWindow);
     stop(m_tray);
     stop(m_notifications);
+    stop(m_compositor);
     stop(m_xServer);
     QDBusConnection::disconnectFromBus(m_connectionName);
     stop(m_busDaemon);
     endOrphans();
+}
+
+E2eSession::Platform E2eSession::platformUnderTest()
+{
+    return qEnvironmentVariable("ZQB_E2E_PLATFORM") == QStringLiteral("wayland") ? Platform::Wayland
+                                                                                 : Platform::X11;
 }
 
 void E2eSession::becomeSubreaper()
@@ -275,15 +283,15 @@ bool E2eSession::startDesktop(QString *why)
             .toUtf8());
 
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"DBUS_SESSION_BUS_ADDRESS", "WAYLAND_DISPLAY", "XAUTHORITY",
-                             "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE", "DESKTOP_SESSION",
-                             "QT_QPA_PLATFORMTHEME", "SESSION_MANAGER", "ZQB_E2E_HANG_COMMAND"})
+    for (const char *name :
+         {"DBUS_SESSION_BUS_ADDRESS", "DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY", "SWAYSOCK",
+          "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE", "DESKTOP_SESSION", "QT_QPA_PLATFORMTHEME",
+          "SESSION_MANAGER", "XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID", "ZQB_E2E_HANG_COMMAND"})
         env.remove(QString::fromLatin1(name));
     env.insert(QStringLiteral("XDG_RUNTIME_DIR"), path(QStringLiteral("run")));
     env.insert(QStringLiteral("XDG_CONFIG_HOME"), path(QStringLiteral("config")));
     env.insert(QStringLiteral("XDG_CACHE_HOME"), path(QStringLiteral("cache")));
     env.insert(QStringLiteral("XDG_DATA_HOME"), path(QStringLiteral("data")));
-    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
     env.insert(QStringLiteral("NO_AT_BRIDGE"), QStringLiteral("1"));
     env.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
     env.insert(QStringLiteral("ZQB_SIM_STATE"), stateDirectory());
@@ -311,35 +319,8 @@ bool E2eSession::startDesktop(QString *why)
         return fail(QStringLiteral("cannot connect to the private bus: ") +
                     bus().lastError().message());
 
-    // An X server on whichever display is free; it tells us which.
-    int fds[2];
-    if (::pipe(fds) != 0)
-        return fail(QStringLiteral("pipe failed"));
-    ::fcntl(fds[0], F_SETFD, FD_CLOEXEC);
-    m_xServer = startProcess(QStringLiteral("Xvfb"),
-                             {QStringLiteral("-displayfd"), QString::number(fds[1]),
-                              QStringLiteral("-screen"), QStringLiteral("0"),
-                              QStringLiteral("1280x1024x24"), QStringLiteral("-nolisten"),
-                              QStringLiteral("tcp"), QStringLiteral("-noreset")},
-                             QStringLiteral("xvfb"));
-    ::close(fds[1]);
-    QByteArray displayNumber;
-    pollfd poller{fds[0], POLLIN, 0};
-    timer.restart();
-    while (!displayNumber.contains('\n') && timer.elapsed() < 15000) {
-        if (::poll(&poller, 1, 200) > 0) {
-            char buffer[32];
-            const ssize_t got = ::read(fds[0], buffer, sizeof buffer);
-            if (got <= 0)
-                break;
-            displayNumber.append(buffer, got);
-        }
-    }
-    ::close(fds[0]);
-    if (!displayNumber.contains('\n'))
-        return fail(QStringLiteral("Xvfb did not start: ") + tail(path("xvfb.err")));
-    m_display = QLatin1Char(':') + QString::fromLatin1(displayNumber.trimmed());
-    m_env.insert(QStringLiteral("DISPLAY"), m_display);
+    if (!(m_platform == Platform::Wayland ? startCompositor(why) : startXServer(why)))
+        return false;
 
     // A real notification server, recording every notification it shows.
     const QString dunstrc = path(QStringLiteral("dunstrc"));
@@ -371,7 +352,132 @@ bool E2eSession::startDesktop(QString *why)
     return true;
 }
 
-bool E2eSession::startApp(QString *why, const QString &hangCommand)
+bool E2eSession::startXServer(QString *why)
+{
+    auto fail = [why](const QString &reason) {
+        if (why)
+            *why = reason;
+        return false;
+    };
+    // An X server on whichever display is free; it tells us which.
+    int fds[2];
+    if (::pipe(fds) != 0)
+        return fail(QStringLiteral("pipe failed"));
+    ::fcntl(fds[0], F_SETFD, FD_CLOEXEC);
+    m_xServer = startProcess(QStringLiteral("Xvfb"),
+                             {QStringLiteral("-displayfd"), QString::number(fds[1]),
+                              QStringLiteral("-screen"), QStringLiteral("0"),
+                              QStringLiteral("1280x1024x24"), QStringLiteral("-nolisten"),
+                              QStringLiteral("tcp"), QStringLiteral("-noreset")},
+                             QStringLiteral("xvfb"));
+    ::close(fds[1]);
+    QByteArray displayNumber;
+    pollfd poller{fds[0], POLLIN, 0};
+    QElapsedTimer timer;
+    timer.start();
+    while (!displayNumber.contains('\n') && timer.elapsed() < 15000) {
+        if (::poll(&poller, 1, 200) > 0) {
+            char buffer[32];
+            const ssize_t got = ::read(fds[0], buffer, sizeof buffer);
+            if (got <= 0)
+                break;
+            displayNumber.append(buffer, got);
+        }
+    }
+    ::close(fds[0]);
+    if (!displayNumber.contains('\n'))
+        return fail(QStringLiteral("Xvfb did not start: ") + tail(path("xvfb.err")));
+    m_display = QLatin1Char(':') + QString::fromLatin1(displayNumber.trimmed());
+    m_env.insert(QStringLiteral("DISPLAY"), m_display);
+
+    m_env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    return true;
+}
+
+bool E2eSession::startCompositor(QString *why)
+{
+    auto fail = [why](const QString &reason) {
+        if (why)
+            *why = reason;
+        return false;
+    };
+    // sway with no screen and no input devices. Windows float, as on the
+    // common desktops, and a window that asks for the focus with a valid
+    // activation token gets it there, as it does on those desktops.
+    const QString dir = path(QStringLiteral("compositor"));
+    QDir().mkpath(dir);
+    const QString config = QDir(dir).filePath(QStringLiteral("config"));
+    writeFile(config, QByteArrayLiteral("output HEADLESS-1 resolution 1280x1024\n"
+                                        "xwayland disable\n"
+                                        "focus_on_window_activation smart\n"
+                                        "default_border none\n"
+                                        "default_floating_border none\n"
+                                        "for_window [title=\".*\"] floating enable\n"));
+
+    QProcessEnvironment env = m_env;
+    env.insert(QStringLiteral("XDG_RUNTIME_DIR"), dir);
+    env.insert(QStringLiteral("WLR_BACKENDS"), QStringLiteral("headless"));
+    env.insert(QStringLiteral("WLR_LIBINPUT_NO_DEVICES"), QStringLiteral("1"));
+    env.insert(QStringLiteral("WLR_RENDERER"), QStringLiteral("pixman"));
+    QString program = QStringLiteral("sway");
+    QStringList arguments{QStringLiteral("-c"), config};
+    if (::geteuid() == 0) {
+        // sway will not run as root; it runs as nobody, in a folder of its
+        // own inside ours. Its clients (root) may use its sockets all the same.
+        const uid_t nobody = 65534;
+        if (::chown(QFile::encodeName(dir).constData(), nobody, nobody) != 0)
+            return fail(QStringLiteral("cannot give the compositor its folder"));
+        QFile::setPermissions(m_dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
+                                                QFile::ExeGroup | QFile::ExeOther);
+        QFile::setPermissions(config, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther);
+        arguments = QStringList{QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"),
+                                QStringLiteral("--clear-groups"), QStringLiteral("--"), program} +
+                    arguments;
+        program = QStringLiteral("setpriv");
+        env.insert(QStringLiteral("HOME"), dir);
+    }
+    const QProcessEnvironment saved = m_env;
+    m_env = env;
+    m_compositor = startProcess(program, arguments, QStringLiteral("sway"));
+    m_env = saved;
+
+    QString display;
+    QString ipc;
+    const bool up = waitUntil(
+        [&] {
+            const QStringList entries = QDir(dir).entryList(QDir::System | QDir::Files);
+            for (const QString &entry : entries) {
+                if (entry.startsWith(QStringLiteral("wayland-")) &&
+                    !entry.endsWith(QStringLiteral(".lock")))
+                    display = QDir(dir).filePath(entry);
+                if (entry.startsWith(QStringLiteral("sway-ipc.")))
+                    ipc = QDir(dir).filePath(entry);
+            }
+            return m_compositor->state() == QProcess::NotRunning ||
+                   (!display.isEmpty() && !ipc.isEmpty());
+        },
+        15000);
+    if (!up || m_compositor->state() == QProcess::NotRunning)
+        return fail(QStringLiteral("sway did not start: ") + tail(path("sway.err")) +
+                    tail(path("sway.out")));
+    m_display = display;
+    // An absolute path: the clients keep our own runtime folder.
+    m_env.insert(QStringLiteral("WAYLAND_DISPLAY"), display);
+    m_env.insert(QStringLiteral("SWAYSOCK"), ipc);
+    m_env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("wayland"));
+    // Sanitizer builds: what Qt's Wayland platform leaves to process exit is not ours.
+    const QString lsan = m_env.value(QStringLiteral("LSAN_OPTIONS"));
+    m_env.insert(QStringLiteral("LSAN_OPTIONS"),
+                 (lsan.isEmpty() ? QString() : lsan + QLatin1Char(':')) +
+                     QStringLiteral("suppressions=" ZQB_E2E_LSAN_WAYLAND));
+    // The compositor answers once its outputs are set up.
+    if (!waitUntil([this] { return !compositorTree().isEmpty(); }, 15000))
+        return fail(QStringLiteral("sway does not answer on its socket: ") +
+                    tail(path("sway.err")));
+    return true;
+}
+
+bool E2eSession::startApp(QString *why, const QString &hangCommand, const QString &activationToken)
 {
     auto fail = [why](const QString &reason) {
         if (why)
@@ -381,6 +487,8 @@ bool E2eSession::startApp(QString *why, const QString &hangCommand)
     QProcessEnvironment saved = m_env;
     if (!hangCommand.isEmpty())
         m_env.insert(QStringLiteral("ZQB_E2E_HANG_COMMAND"), hangCommand);
+    if (!activationToken.isEmpty())
+        m_env.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), activationToken);
     m_app = startProcess(QStringLiteral(ZQB_E2E_APP), {}, QStringLiteral("app"));
     m_env = saved;
     if (!hangCommand.isEmpty())
@@ -419,9 +527,14 @@ bool E2eSession::startAppInBackground(QString *why, int refreshMs)
     return true;
 }
 
-QProcess *E2eSession::launchAgain()
+QProcess *E2eSession::launchAgain(const QString &activationToken)
 {
+    const QProcessEnvironment saved = m_env;
+    if (!activationToken.isEmpty())
+        m_env.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), activationToken);
+    stop(m_secondLaunch);
     m_secondLaunch = startProcess(QStringLiteral(ZQB_E2E_APP), {}, QStringLiteral("second"));
+    m_env = saved;
     return m_secondLaunch.get();
 }
 
@@ -714,6 +827,21 @@ QStringList E2eSession::engineRuns() const
 bool E2eSession::screenshot(const QString &file) const
 {
     QDir().mkpath(QFileInfo(file).absolutePath());
+    if (m_platform == Platform::Wayland) {
+        // Tall enough to show the whole window down to the connection details.
+        QProcess resize;
+        resize.setProcessEnvironment(m_env);
+        resize.start(QStringLiteral("swaymsg"),
+                     {QStringLiteral("[title=\"^ZQB Agent$\"]"), QStringLiteral("resize"),
+                      QStringLiteral("set"), QStringLiteral("760"), QStringLiteral("1020")});
+        resize.waitForFinished(10000);
+        QTest::qWait(500); // let the window redraw at its new size
+        QProcess grim;
+        grim.setProcessEnvironment(m_env);
+        grim.start(QStringLiteral("grim"), {file});
+        return grim.waitForFinished(20000) && grim.exitStatus() == QProcess::NormalExit &&
+               grim.exitCode() == 0;
+    }
     // Tall enough to show the whole window down to the connection details.
     QProcess resize;
     resize.setProcessEnvironment(m_env);
@@ -745,4 +873,76 @@ QByteArray E2eSession::runEngine(const QStringList &arguments, const QByteArray 
     if (exitCode)
         *exitCode = engine.exitStatus() == QProcess::NormalExit ? engine.exitCode() : -1;
     return engine.readAllStandardOutput();
+}
+
+QJsonArray E2eSession::compositorTree() const
+{
+    if (m_platform != Platform::Wayland)
+        return {};
+    QProcess query;
+    query.setProcessEnvironment(m_env);
+    query.start(QStringLiteral("swaymsg"),
+                {QStringLiteral("-r"), QStringLiteral("-t"), QStringLiteral("get_tree")});
+    if (!query.waitForFinished(10000) || query.exitCode() != 0)
+        return {};
+    // Every window, tiled or floating, as one flat list.
+    QJsonArray windows;
+    std::function<void(const QJsonObject &)> collect = [&](const QJsonObject &node) {
+        if (node.contains(QStringLiteral("pid")))
+            windows.append(node);
+        for (const char *key : {"nodes", "floating_nodes"})
+            for (const QJsonValue &child : node.value(QLatin1String(key)).toArray())
+                collect(child.toObject());
+    };
+    const QJsonObject root = QJsonDocument::fromJson(query.readAllStandardOutput()).object();
+    if (root.isEmpty())
+        return {};
+    collect(root);
+    // The root itself marks a compositor that answered, with or without windows.
+    windows.prepend(QJsonObject{{QStringLiteral("root"), true}});
+    return windows;
+}
+
+QJsonObject E2eSession::compositorWindow(const QString &title) const
+{
+    for (const QJsonValue &node : compositorTree())
+        if (node[QStringLiteral("name")].toString() == title)
+            return node.toObject();
+    return {};
+}
+
+QString E2eSession::focusedWindowTitle() const
+{
+    for (const QJsonValue &node : compositorTree())
+        if (node[QStringLiteral("focused")].toBool())
+            return node[QStringLiteral("name")].toString();
+    return {};
+}
+
+QString E2eSession::newActivationToken() const
+{
+    QProcess helper;
+    helper.setProcessEnvironment(m_env);
+    helper.start(QStringLiteral(ZQB_E2E_WAYLAND_HELPER), {QStringLiteral("token")});
+    if (!helper.waitForFinished(10000) || helper.exitCode() != 0)
+        return {};
+    return QString::fromUtf8(helper.readAllStandardOutput().trimmed());
+}
+
+bool E2eSession::showOtherWindow(const QString &title, QString *why)
+{
+    m_otherWindow = startProcess(QStringLiteral(ZQB_E2E_WAYLAND_HELPER),
+                                 {QStringLiteral("window"), title}, QStringLiteral("other"));
+    const bool shown = waitUntil(
+        [&] {
+            return m_otherWindow->state() == QProcess::NotRunning || focusedWindowTitle() == title;
+        },
+        15000);
+    if (!shown || m_otherWindow->state() == QProcess::NotRunning) {
+        if (why)
+            *why = QStringLiteral("the other window did not take the focus: ") +
+                   tail(path("other.err"));
+        return false;
+    }
+    return true;
 }

@@ -12,15 +12,17 @@
 
 #include <memory>
 
-// One private desktop for an end-to-end test: a session bus of its own, an X
-// server on a free display, a notification server that records what it shows,
-// a tray (StatusNotifierItem host) and the app itself with the stand-in
-// engine. Everything started here is ended by the destructor, also when the
-// test fails halfway; processes orphaned on the way (engines the app started)
-// are found and ended too.
+// One private desktop for an end-to-end test: a session bus of its own, a
+// display server (an X server on a free display, or a headless Wayland
+// compositor), a notification server that records what it shows, a tray
+// (StatusNotifierItem host) and the app itself with the stand-in engine.
+// Everything started here is ended by the destructor, also when the test
+// fails halfway; processes orphaned on the way (engines the app started) are
+// found and ended too.
 class E2eSession
 {
 public:
+    enum class Platform { X11, Wayland };
     struct MenuEntry
     {
         int id = 0;
@@ -31,25 +33,31 @@ public:
         QStringList shortcut; // e.g. {"Control", "q"}
     };
 
-    E2eSession();
+    explicit E2eSession(Platform platform = platformUnderTest());
     ~E2eSession();
     E2eSession(const E2eSession &) = delete;
     E2eSession &operator=(const E2eSession &) = delete;
 
     // Must be called once per test process, before the first session.
     static void becomeSubreaper();
+    // ZQB_E2E_PLATFORM: "wayland", or X11 when unset or "x11".
+    static Platform platformUnderTest();
+    Platform platform() const { return m_platform; }
 
     // Starts everything but the app. False (with the reason) when any part fails.
     bool startDesktop(QString *why);
     // Leaves the tray host out of the next startDesktop(): a desktop with no tray.
     void setWithTray(bool withTray) { m_withTray = withTray; }
     // Starts the app; waits until its window is shown and its probe answers.
-    bool startApp(QString *why, const QString &hangCommand = {});
+    // A launcher's activation token, when given, is in its environment.
+    bool startApp(QString *why, const QString &hangCommand = {},
+                  const QString &activationToken = {});
     // Starts the app with --background, as the session's autostart does; waits
     // until its probe answers. `refreshMs` shortens its periodic refresh.
     bool startAppInBackground(QString *why, int refreshMs = 0);
-    // Runs the app's executable again, as a second launch would.
-    QProcess *launchAgain();
+    // Runs the app's executable again, as a second launch would; with the
+    // activation token a launcher would hand it, when given.
+    QProcess *launchAgain(const QString &activationToken = {});
 
     QProcess &app() { return *m_app; }
     QString stateDirectory() const;
@@ -87,8 +95,18 @@ public:
     QStringList notifications() const;
     // The arguments of each engine run so far, oldest first.
     QStringList engineRuns() const;
-    // A picture of the whole X screen, as a PNG.
+    // A picture of the whole screen, as a PNG.
     bool screenshot(const QString &file) const;
+
+    // The desktop's own view of its windows. Wayland only: the compositor's
+    // tree node of the mapped window titled `title` (empty when there is
+    // none), the title of the window with the keyboard focus, a fresh
+    // activation token as a launcher would get one, and another program's
+    // window, which takes the focus when it appears.
+    QJsonObject compositorWindow(const QString &title) const;
+    QString focusedWindowTitle() const;
+    QString newActivationToken() const;
+    bool showOtherWindow(const QString &title, QString *why);
     // Runs the stand-in engine helper with the app's engine state.
     QByteArray runEngine(const QStringList &arguments, const QByteArray &input = {},
                          int *exitCode = nullptr) const;
@@ -96,6 +114,9 @@ public:
     QString display() const { return m_display; }
 
 private:
+    bool startXServer(QString *why);
+    bool startCompositor(QString *why);
+    QJsonArray compositorTree() const;
     std::unique_ptr<QProcess> startProcess(const QString &program, const QStringList &arguments,
                                            const QString &logName);
     bool waitForBusName(const QString &name, int timeoutMs) const;
@@ -104,6 +125,7 @@ private:
     void stop(std::unique_ptr<QProcess> &process);
     void endOrphans();
 
+    Platform m_platform;
     QTemporaryDir m_dir;
     QProcessEnvironment m_env;
     QString m_busAddress;
@@ -112,6 +134,8 @@ private:
     bool m_withTray = true;
     std::unique_ptr<QProcess> m_busDaemon;
     std::unique_ptr<QProcess> m_xServer;
+    std::unique_ptr<QProcess> m_compositor;
+    std::unique_ptr<QProcess> m_otherWindow;
     std::unique_ptr<QProcess> m_notifications;
     std::unique_ptr<QProcess> m_tray;
     std::unique_ptr<QProcess> m_app;

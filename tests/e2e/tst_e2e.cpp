@@ -1,6 +1,7 @@
-// The whole system with real processes: the app under a real X server, the
-// stand-in engine, a private session bus, a real notification server and a
-// tray host. Each test builds its own desktop and tears it down.
+// The whole system with real processes: the app under a real X server or a
+// real Wayland compositor (ZQB_E2E_PLATFORM), the stand-in engine, a private
+// session bus, a real notification server and a tray host. Each test builds
+// its own desktop and tears it down.
 #include "E2eSession.h"
 #include "IconTint.h"
 
@@ -19,15 +20,39 @@ const QString connectBox = QStringLiteral("Connect this computer");
 const QString enrollButton = QStringLiteral("Enroll this computer");
 const QString invitationField = QStringLiteral("One-time invitation");
 const QString restoringText = QStringLiteral("Reading this computer's existing ZQB enrollment…");
+const QString windowTitle = QStringLiteral("ZQB Agent");
 
 // Generous bounds: a loaded CI machine may be slow, but nothing waits forever.
 constexpr int startupMs = 30000;
 constexpr int actionMs = 30000;
 
+// Pictures taken under Wayland sit beside the X11 ones, named wayland-*.
 QString screenshotPath(const QString &name)
 {
     const QString dir = qEnvironmentVariable("ZQB_E2E_SCREENSHOTS");
-    return dir.isEmpty() ? QString() : QDir(dir).filePath(name);
+    if (dir.isEmpty())
+        return {};
+    const bool wayland = E2eSession::platformUnderTest() == E2eSession::Platform::Wayland;
+    return QDir(dir).filePath(wayland ? QStringLiteral("wayland-") + name : name);
+}
+
+// What the desktop itself shows, where it can tell: the compositor has the
+// window mapped (under X11 the app's own word is all there is).
+bool desktopShowsWindow(const E2eSession &session)
+{
+    if (session.platform() != E2eSession::Platform::Wayland)
+        return true;
+    return session.compositorWindow(windowTitle)[QStringLiteral("visible")].toBool();
+}
+
+// Engine runs that inherited a launcher's activation token (the wrapper notes them).
+int runsWithToken(const E2eSession &session)
+{
+    int count = 0;
+    for (const QString &run : session.engineRuns())
+        if (run.startsWith(QStringLiteral("XDG_ACTIVATION_TOKEN=")))
+            ++count;
+    return count;
 }
 
 QString tint(const E2eSession &session)
@@ -233,6 +258,7 @@ private slots:
         QVERIFY(session.triggerTrayEntry(QStringLiteral("Open ZQB Agent")));
         QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("visible")].toBool(), actionMs);
         QCOMPARE(session.window()[QStringLiteral("windows")].toInt(), 1);
+        QTRY_VERIFY_WITH_TIMEOUT(desktopShowsWindow(session), actionMs);
 
         // Enrolled: the connection check contacts the target ("run-once").
         QVERIFY(session.closeWindow());
@@ -405,8 +431,74 @@ private slots:
         QCOMPARE(second->exitCode(), 0);
         QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("visible")].toBool(), actionMs);
         QCOMPARE(session.window()[QStringLiteral("windows")].toInt(), 1);
+        QTRY_VERIFY_WITH_TIMEOUT(desktopShowsWindow(session), actionMs);
+        if (session.platform() == E2eSession::Platform::Wayland)
+            QTRY_COMPARE_WITH_TIMEOUT(session.focusedWindowTitle(), windowTitle, actionMs);
         QCOMPARE(session.app().state(), QProcess::Running);
         QVERIFY(!session.trayItem().isEmpty()); // still exactly one status item
+    }
+
+    // Wayland: a compositor hands the focus to a window only with an
+    // activation token from whoever launched it. The app's own launch token
+    // and the one a second launch brings are used, and no engine inherits them.
+    void activationTokenTakesTheFocus()
+    {
+        E2eSession session;
+        if (session.platform() != E2eSession::Platform::Wayland)
+            QSKIP("activation tokens are how Wayland compositors hand on the focus");
+        START_DESKTOP(session);
+        const QString launchToken = session.newActivationToken();
+        QVERIFY(!launchToken.isEmpty());
+        START_APP(session, QString(), launchToken);
+        QTRY_VERIFY_WITH_TIMEOUT(desktopShowsWindow(session), startupMs);
+        QTRY_COMPARE_WITH_TIMEOUT(session.focusedWindowTitle(), windowTitle, startupMs);
+        QTRY_VERIFY_WITH_TIMEOUT(countRuns(session, QStringLiteral("ui-status")) >= 1, startupMs);
+
+        // Another program's window takes the focus; the app's stays open behind it.
+        const QString other = QStringLiteral("Another program");
+        QString why;
+        QVERIFY2(session.showOtherWindow(other, &why), qPrintable(why));
+        QVERIFY(desktopShowsWindow(session));
+
+        // Launched again from somewhere that had no token: the window is
+        // still there and shown, but this compositor does not let it take
+        // the focus from the other program.
+        QProcess *plain = session.launchAgain();
+        QVERIFY(plain->waitForFinished(startupMs));
+        QCOMPARE(plain->exitCode(), 0);
+        QTest::qWait(1000);
+        QVERIFY(desktopShowsWindow(session));
+        QCOMPARE(session.focusedWindowTitle(), other);
+
+        // Launched again from a launcher with a token: the window comes forward.
+        const QString token = session.newActivationToken();
+        QVERIFY(!token.isEmpty());
+        QVERIFY(token != launchToken);
+        QProcess *second = session.launchAgain(token);
+        QVERIFY(second->waitForFinished(startupMs));
+        QCOMPARE(second->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(second->exitCode(), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(session.focusedWindowTitle(), windowTitle, actionMs);
+        QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("active")].toBool(), actionMs);
+        QCOMPARE(session.window()[QStringLiteral("windows")].toInt(), 1);
+
+        // Closed, then brought back by a launch with a token: shown and focused.
+        QVERIFY(session.closeWindow());
+        QTRY_VERIFY(!session.window()[QStringLiteral("visible")].toBool());
+        QTRY_VERIFY_WITH_TIMEOUT(!desktopShowsWindow(session), actionMs);
+        QProcess *third = session.launchAgain(session.newActivationToken());
+        QVERIFY(third->waitForFinished(startupMs));
+        QCOMPARE(third->exitCode(), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(desktopShowsWindow(session), actionMs);
+        QTRY_COMPARE_WITH_TIMEOUT(session.focusedWindowTitle(), windowTitle, actionMs);
+
+        // Engines started after all that never saw a token.
+        const int checksBefore = countRuns(session, QStringLiteral("check-service"));
+        QVERIFY(session.triggerTrayEntry(QStringLiteral("Check Connection")));
+        QTRY_VERIFY_WITH_TIMEOUT(countRuns(session, QStringLiteral("check-service")) > checksBefore,
+                                 actionMs);
+        QVERIFY(countRuns(session, QStringLiteral("ui-status")) >= 1);
+        QCOMPARE(runsWithToken(session), 0);
     }
 };
 

@@ -1,5 +1,10 @@
 // Renders the main window content in its typical states, in a light and a
-// dark palette, to PNG files: zqb-ui-screenshots <output folder>.
+// dark palette, to PNG files:
+//   zqb-ui-screenshots <output folder>
+// With --compositor, the window is shown on a real display instead and the
+// compositor takes each picture (grim, on a wlroots compositor that places
+// windows at the top left without decorations):
+//   zqb-ui-screenshots --compositor [--prefix P] [--light] [--only a,b] <folder>
 
 #include "AgentModel.h"
 #include "AgentView.h"
@@ -12,9 +17,11 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QPalette>
+#include <QProcess>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QThread>
+#include <QWindow>
 
 #include <cstdio>
 #include <functional>
@@ -67,8 +74,40 @@ struct Shot
     std::function<void(AgentModel &)> edit;
 };
 
-bool render(const Shot &shot, const QString &folder, const QString &variant)
+struct Options
 {
+    QString folder = QStringLiteral(".");
+    QString prefix;
+    bool compositor = false;
+    bool lightOnly = false;
+    QStringList only;
+};
+
+// The window as the compositor shows it: once it is mapped and has drawn, a
+// picture of its area of the screen, in the output's own pixels.
+bool compositorPicture(QWidget &window, const QString &file)
+{
+    if (!waitFor([&] { return window.windowHandle() && window.windowHandle()->isExposed(); }))
+        return false;
+    // A few frames for the compositor to show the latest buffer.
+    for (int i = 0; i < 10; ++i) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        QThread::msleep(30);
+    }
+    const QString geometry = QStringLiteral("0,0 %1x%2")
+                                 .arg(window.frameGeometry().width())
+                                 .arg(window.frameGeometry().height());
+    return QProcess::execute(QStringLiteral("grim"), {QStringLiteral("-g"), geometry, file}) == 0;
+}
+
+bool save(QWidget &window, const QString &file, const Options &options)
+{
+    return options.compositor ? compositorPicture(window, file) : window.grab().save(file);
+}
+
+bool render(const Shot &shot, const Options &options, const QString &variant)
+{
+    const QString &folder = options.folder;
     FakeEngine engine;
     if (shot.status)
         engine.answer(QStringLiteral("ui-status"), AgentDocuments::encode(*shot.status));
@@ -87,18 +126,20 @@ bool render(const Shot &shot, const QString &folder, const QString &variant)
         shot.edit(model);
     QCoreApplication::processEvents();
     QCoreApplication::processEvents();
-    const QString file = QDir(folder).filePath(shot.name + QLatin1Char('-') + variant + ".png");
-    if (!view.grab().save(file)) {
+    const QString stem = options.prefix + shot.name + QLatin1Char('-') + variant;
+    const QString file = QDir(folder).filePath(stem + ".png");
+    if (!save(view, file, options)) {
         std::fprintf(stderr, "could not write %s\n", qPrintable(file));
         return false;
     }
     std::printf("%s\n", qPrintable(file));
+    if (options.compositor)
+        return true; // the window as shown is the point there
     // The whole column too, for reviewing the lower sections.
     QWidget *content = view.findChild<QWidget *>(QStringLiteral("agentContent"));
     view.resize(view.width(), qMax(view.minimumHeight(), content->sizeHint().height()));
     QCoreApplication::processEvents();
-    const QString full =
-        QDir(folder).filePath(shot.name + QLatin1Char('-') + variant + "-full.png");
+    const QString full = QDir(folder).filePath(stem + "-full.png");
     if (!content->grab().save(full))
         return false;
     std::printf("%s\n", qPrintable(full));
@@ -113,8 +154,22 @@ int main(int argc, char **argv)
     QApplication app(argc, argv);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setApplicationVersion(QStringLiteral("1.0.0"));
-    const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral(".");
-    QDir().mkpath(folder);
+    Options options;
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString &argument = arguments.at(i);
+        if (argument == QStringLiteral("--compositor"))
+            options.compositor = true;
+        else if (argument == QStringLiteral("--light"))
+            options.lightOnly = true;
+        else if (argument == QStringLiteral("--prefix") && i + 1 < arguments.size())
+            options.prefix = arguments.at(++i);
+        else if (argument == QStringLiteral("--only") && i + 1 < arguments.size())
+            options.only = arguments.at(++i).split(QLatin1Char(','));
+        else
+            options.folder = argument;
+    }
+    QDir().mkpath(options.folder);
 
     const QList<Shot> shots = {
         {QStringLiteral("1-no-status"), std::nullopt, nullptr},
@@ -137,9 +192,12 @@ int main(int argc, char **argv)
     bool ok = true;
     for (const auto &[variant, palette] : {std::pair{QStringLiteral("light"), light},
                                            std::pair{QStringLiteral("dark"), darkPalette()}}) {
+        if (options.lightOnly && variant != QStringLiteral("light"))
+            continue;
         QApplication::setPalette(palette);
         for (const Shot &shot : shots)
-            ok = render(shot, folder, variant) && ok;
+            if (options.only.isEmpty() || options.only.contains(shot.name))
+                ok = render(shot, options, variant) && ok;
     }
     return ok ? 0 : 1;
 }
