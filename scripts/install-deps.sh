@@ -12,6 +12,7 @@ build_packages=(
 test_packages=(
   clang libclang-rt-14-dev libbenchmark-dev libx11-dev
   dunst libnotify-bin x11-utils xdotool imagemagick
+  at-spi2-core python3 python3-gi gir1.2-atspi-2.0 util-linux
 )
 
 packages=("${build_packages[@]}")
