@@ -1,9 +1,44 @@
 #include "BusySpinner.h"
 
+#include <QAccessibleWidget>
 #include <QPainter>
+
+namespace {
+
+// To assistive technology a spinner is an indeterminate progress bar that is
+// busy, not an anonymous pane: "Working, progress bar, busy".
+class BusySpinnerAccessible : public QAccessibleWidget
+{
+public:
+    explicit BusySpinnerAccessible(QWidget *widget)
+        : QAccessibleWidget(widget, QAccessible::ProgressBar)
+    {
+    }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.busy = true;
+        return state;
+    }
+};
+
+QAccessibleInterface *accessibleSpinner(const QString &className, QObject *object)
+{
+    if (className == QLatin1String("BusySpinner") && object && object->isWidgetType())
+        return new BusySpinnerAccessible(static_cast<QWidget *>(object));
+    return nullptr;
+}
+
+} // namespace
 
 BusySpinner::BusySpinner(int diameter, QWidget *parent) : QWidget(parent)
 {
+    static const bool factoryInstalled = [] {
+        QAccessible::installFactory(accessibleSpinner);
+        return true;
+    }();
+    Q_UNUSED(factoryInstalled);
     setFixedSize(diameter, diameter);
     setAccessibleName(QStringLiteral("In progress"));
     m_timer.setInterval(60);

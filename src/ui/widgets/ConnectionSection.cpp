@@ -77,10 +77,14 @@ void ConnectionSection::setState(const ConnectionState &state)
         const DetailRow row = state.rows.value(i);
         if (m_labels[i]->text() != row.label)
             m_labels[i]->setText(row.label);
-        if (m_values[i]->text() != row.value) {
+        if (m_values[i]->text() != row.value)
             m_values[i]->setText(row.value);
-            m_values[i]->setAccessibleName(row.label + QStringLiteral(": ") + row.value);
-        }
+        // Named by its label too: a row whose label changes while its value
+        // stays ("Current backup elapsed" becomes "Last backup duration")
+        // must not keep announcing the old label.
+        const QString name = row.label + QStringLiteral(": ") + row.value;
+        if (m_values[i]->accessibleName() != name)
+            m_values[i]->setAccessibleName(name);
     }
     m_updateCard->setVisible(state.showUpdateCard);
     m_install->setEnabled(state.installEnabled);

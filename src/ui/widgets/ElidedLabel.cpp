@@ -1,5 +1,7 @@
 #include "ElidedLabel.h"
 
+#include "PlainText.h"
+
 #include <QEvent>
 #include <QFontMetrics>
 
@@ -14,7 +16,7 @@ void ElidedLabel::setFullText(const QString &text)
     if (text == m_fullText && !QLabel::text().isEmpty())
         return;
     m_fullText = text;
-    setToolTip(text);
+    setToolTip(PlainText::toolTip(text));
     setAccessibleName(text);
     updateElision();
     updateGeometry();

@@ -1,5 +1,7 @@
 #include "LineLabel.h"
 
+#include "PlainText.h"
+
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
@@ -58,7 +60,7 @@ bool LineLabel::event(QEvent *event)
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty()) {
         auto *help = static_cast<QHelpEvent *>(event);
         if (shownText() != text())
-            QToolTip::showText(help->globalPos(), text(), this);
+            QToolTip::showText(help->globalPos(), PlainText::toolTip(text()), this);
         else
             QToolTip::hideText();
         return true;

@@ -1,6 +1,7 @@
 #include "MessageCard.h"
 
 #include "DotWidget.h"
+#include "PlainText.h"
 #include "Symbols.h"
 #include "TextFit.h"
 #include "WidgetStyle.h"
@@ -59,8 +60,15 @@ void MessageCard::setText(const QString &text)
         return;
     m_text = text;
     m_label->setAccessibleName(text);
-    m_label->setToolTip(text);
+    m_label->setToolTip(PlainText::toolTip(text));
     refit();
+}
+
+void MessageCard::showMessage(const std::optional<QString> &message)
+{
+    setVisible(message.has_value());
+    if (message)
+        setText(*message);
 }
 
 QString MessageCard::shownText() const

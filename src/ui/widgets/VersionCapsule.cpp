@@ -1,5 +1,6 @@
 #include "VersionCapsule.h"
 
+#include "PlainText.h"
 #include "Symbols.h"
 #include "WidgetStyle.h"
 
@@ -24,7 +25,7 @@ void VersionCapsule::setState(const VersionCapsuleState &state)
         return;
     m_state = state;
     setAccessibleName(state.label);
-    setToolTip(state.label);
+    setToolTip(PlainText::toolTip(state.label));
     updateGeometry();
     update();
 }
