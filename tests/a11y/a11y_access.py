@@ -305,15 +305,13 @@ class Window:
         prefix = row_label + ": "
         for label in self.find_all("label"):
             if name(label).startswith(prefix):
-                return text_of(label)
+                text = text_of(label)
+                return text[len(prefix):] if text.startswith(prefix) else text
         return None
 
     def focused_object(self, root=None):
-        # Only controls take the focus here; reading them alone keeps each
-        # look short, which matters for a Tab walk.
+        # Any object may hold the focus (a selectable label does too).
         for obj in self.all(root):
-            if role(obj) not in self.CONTROL_ROLES:
-                continue
             if focused(obj):
                 return obj
         return None
