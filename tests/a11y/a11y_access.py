@@ -8,7 +8,7 @@ import time
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi  # noqa: E402
+from gi.repository import Atspi, GLib  # noqa: E402
 
 from a11y_desktop import DesktopError, wait_until  # noqa: E402
 
@@ -124,10 +124,15 @@ class Window:
         found = []
 
         def walk(obj):
-            for child in children(obj):
-                if child is None:
-                    continue
-                if showing_only and not showing(child):
+            try:
+                kids = children(obj)
+            except GLib.Error:
+                return  # it went away while being read (a closed dialog)
+            for child in kids:
+                try:
+                    if child is None or (showing_only and not showing(child)):
+                        continue
+                except GLib.Error:
                     continue
                 found.append(child)
                 walk(child)
@@ -143,8 +148,11 @@ class Window:
     def find(self, role_name, accessible_name, timeout=30, root=None, condition=None):
         """The one showing object of that role and name (waits for it)."""
         def look():
-            matches = [obj for obj in self.find_all(role_name, accessible_name, root)
-                       if condition is None or condition(obj)]
+            try:
+                matches = [obj for obj in self.find_all(role_name, accessible_name, root)
+                           if condition is None or condition(obj)]
+            except GLib.Error:
+                return None  # an object went away while being read: look again
             return matches[0] if matches else None
         return wait_until(look, timeout, 0.2, "%s %r" % (role_name, accessible_name))
 
@@ -158,7 +166,10 @@ class Window:
         if self.desktop.app_exit_status() is not None:
             raise DesktopError("the app ended: " + self.desktop.tail("app.err"))
         self.refresh()
-        return condition()
+        try:
+            return condition()
+        except GLib.Error:
+            return None  # an object went away while being read: look again
 
     # ------------------------------------------------------------- actions
 
