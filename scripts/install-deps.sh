@@ -15,6 +15,7 @@ test_packages=(
   desktop-file-utils appstream
   dpkg-dev debhelper lintian
   sway grim libwayland-dev libwayland-bin wayland-protocols
+  at-spi2-core python3 python3-gi gir1.2-atspi-2.0 util-linux
 )
 
 packages=("${build_packages[@]}")
