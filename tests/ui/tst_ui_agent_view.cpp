@@ -687,7 +687,7 @@ private slots:
         QCOMPARE(w.find<QLabel>("badgeLastProgress")->text(),
                  QStringLiteral("Last progress 4:05:09 PM"));
         QCOMPARE(w.find<QLabel>("versionLine")->text(), QStringLiteral("ZQB Agent 2.3.0"));
-        QCOMPARE(w.view.shownState().capsule.label, QStringLiteral("Latest version"));
+        QCOMPARE(w.view.shownState().header.capsule.label, QStringLiteral("Latest version"));
         auto *section = w.find<ConnectionSection>("connectionSection");
         QCOMPARE(section->shownRows().at(7),
                  (DetailRow{"Current backup elapsed", "23 min 14 sec"}));

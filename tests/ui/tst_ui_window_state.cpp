@@ -23,25 +23,26 @@ private slots:
         WindowInputs in;
         in.appVersion = "1.0.0";
         WindowState w = windowState(in);
-        QCOMPARE(w.versionLine, QStringLiteral("ZQB Agent 1.0.0"));
-        QCOMPARE(w.capsule.label, QStringLiteral("Checking latest\u2026"));
-        QCOMPARE(w.connectionBox, ConnectionBox::Restoring);
-        QVERIFY(!w.backUpNowEnabled);
-        QVERIFY(w.saveEnabled);
+        QCOMPARE(w.header.versionLine, QStringLiteral("ZQB Agent 1.0.0"));
+        QCOMPARE(w.header.capsule.label, QStringLiteral("Checking latest\u2026"));
+        QVERIFY(w.restoring.visible);
+        QVERIFY(!w.connect.visible);
+        QVERIFY(!w.schedule.backUpNowEnabled);
+        QVERIFY(w.schedule.saveEnabled);
         QCOMPARE(w.badge.title, QStringLiteral("Checking status"));
         in.busy = true;
-        QVERIFY(!windowState(in).saveEnabled);
+        QVERIFY(!windowState(in).schedule.saveEnabled);
         in.appVersion.clear();
-        QCOMPARE(windowState(in).versionLine, QStringLiteral("ZQB Agent Unknown"));
+        QCOMPARE(windowState(in).header.versionLine, QStringLiteral("ZQB Agent Unknown"));
     }
 
     void runningVersionComesFromTheEngine()
     {
         WindowInputs in = enrolled();
         in.appVersion = "1.0.0";
-        QCOMPARE(windowState(in).versionLine, QStringLiteral("ZQB Agent 1.9.0"));
+        QCOMPARE(windowState(in).header.versionLine, QStringLiteral("ZQB Agent 1.9.0"));
         in.status->agentVersion.clear(); // shown as sent, no fallback
-        QCOMPARE(windowState(in).versionLine, QStringLiteral("ZQB Agent "));
+        QCOMPARE(windowState(in).header.versionLine, QStringLiteral("ZQB Agent "));
     }
 
     void connectBoxAndEnrollButton()
@@ -49,14 +50,15 @@ private slots:
         WindowInputs in;
         in.status = UiTest::status("setup-required", false);
         WindowState w = windowState(in);
-        QCOMPARE(w.connectionBox, ConnectionBox::Connect);
-        QVERIFY(!w.enrollEnabled);
+        QVERIFY(w.connect.visible);
+        QVERIFY(!w.restoring.visible);
+        QVERIFY(!w.connect.enrollEnabled);
         in.invitation = QString(39, QLatin1Char('x'));
-        QVERIFY(!windowState(in).enrollEnabled);
+        QVERIFY(!windowState(in).connect.enrollEnabled);
         in.invitation = QString(40, QLatin1Char('x'));
-        QVERIFY(windowState(in).enrollEnabled);
+        QVERIFY(windowState(in).connect.enrollEnabled);
         in.busy = true;
-        QVERIFY(!windowState(in).enrollEnabled);
+        QVERIFY(!windowState(in).connect.enrollEnabled);
     }
 
     void invitationCountsUserPerceivedCharactersUntrimmed()
@@ -68,43 +70,64 @@ private slots:
         for (int i = 0; i < 39; ++i)
             accented += QStringLiteral("e\u0301");
         in.invitation = accented;
-        QVERIFY(!windowState(in).enrollEnabled);
+        QVERIFY(!windowState(in).connect.enrollEnabled);
         in.invitation = accented + QLatin1Char(' '); // blanks count, no trimming
-        QVERIFY(windowState(in).enrollEnabled);
+        QVERIFY(windowState(in).connect.enrollEnabled);
     }
 
     void enrolledShowsNoConnectionBox()
     {
-        QCOMPARE(windowState(enrolled()).connectionBox, ConnectionBox::None);
+        const WindowState w = windowState(enrolled());
+        QVERIFY(!w.connect.visible);
+        QVERIFY(!w.restoring.visible);
     }
 
     void backUpNowNeedsEnrollmentAndFolders()
     {
         WindowInputs in = enrolled({});
-        QVERIFY(!windowState(in).backUpNowEnabled);
-        QVERIFY(windowState(in).showNoFolders);
+        QVERIFY(!windowState(in).schedule.backUpNowEnabled);
+        QVERIFY(windowState(in).folders.showNoFolders);
         in.sources = {"/new/folder"};
-        QVERIFY(windowState(in).backUpNowEnabled);
-        QVERIFY(!windowState(in).showNoFolders);
+        QVERIFY(windowState(in).schedule.backUpNowEnabled);
+        QVERIFY(!windowState(in).folders.showNoFolders);
         in.busy = true;
-        QVERIFY(!windowState(in).backUpNowEnabled);
+        QVERIFY(!windowState(in).schedule.backUpNowEnabled);
         in.busy = false;
         in.status->runtime.enrolled = false;
-        QVERIFY(!windowState(in).backUpNowEnabled);
+        QVERIFY(!windowState(in).schedule.backUpNowEnabled);
     }
 
     void foldersListedInModelOrderWithDuplicates()
     {
         const QStringList sources = {"/b", "/a", "/b"};
-        QCOMPARE(windowState(enrolled(sources)).folders, sources);
+        QCOMPARE(windowState(enrolled(sources)).folders.paths, sources);
     }
 
     void allowMeteredFollowsCurrentNetwork()
     {
         WindowInputs in = enrolled();
-        QVERIFY(!windowState(in).allowMeteredEnabled);
+        QVERIFY(!windowState(in).network.allowMeteredEnabled);
         in.currentNetworkMetered = true;
-        QVERIFY(windowState(in).allowMeteredEnabled);
+        QVERIFY(windowState(in).network.allowMeteredEnabled);
+    }
+
+    void controlsShowTheModelFields()
+    {
+        WindowInputs in = enrolled();
+        in.scheduleEnabled = true;
+        in.intervalMinutes = 60;
+        in.exclusionText = "node_modules, <b>*.tmp</b>";
+        in.transfersPaused = true;
+        in.bandwidthLimitKibPerSecond = 640;
+        in.allowMeteredNetwork = true;
+        const WindowState w = windowState(in);
+        QVERIFY(w.schedule.enabled);
+        QCOMPARE(w.schedule.intervalMinutes, 60);
+        QCOMPARE(w.skipPatterns.text, QStringLiteral("node_modules, <b>*.tmp</b>"));
+        QVERIFY(w.network.paused);
+        QCOMPARE(w.network.bandwidthLimitKibPerSecond, 640);
+        QVERIFY(!w.network.currentNetworkMetered);
+        QVERIFY(w.network.allowMeteredNetwork); // kept while it does not apply
     }
 
     void cards()
@@ -123,17 +146,18 @@ private slots:
     {
         const WindowState w = windowState(WindowInputs{});
 #ifdef Q_OS_MACOS
-        QCOMPARE(w.connectTitle, QStringLiteral("Connect this Mac"));
-        QVERIFY(w.fullDiskAccessVisible);
+        QCOMPARE(w.connect.title, QStringLiteral("Connect this Mac"));
+        QVERIFY(w.folders.fullDiskAccessVisible);
 #else
-        QCOMPARE(w.subtitle, QStringLiteral("Simple, encrypted protection for this computer"));
-        QCOMPARE(w.connectTitle, QStringLiteral("Connect this computer"));
-        QCOMPARE(w.enrollLabel, QStringLiteral("Enroll this computer"));
-        QCOMPARE(w.restoringText,
+        QCOMPARE(w.header.subtitle,
+                 QStringLiteral("Simple, encrypted protection for this computer"));
+        QCOMPARE(w.connect.title, QStringLiteral("Connect this computer"));
+        QCOMPARE(w.connect.enrollLabel, QStringLiteral("Enroll this computer"));
+        QCOMPARE(w.restoring.text,
                  QStringLiteral("Reading this computer's existing ZQB enrollment\u2026"));
-        QVERIFY(!w.fullDiskAccessVisible);
+        QVERIFY(!w.folders.fullDiskAccessVisible);
 #endif
-        QCOMPARE(w.connectText,
+        QCOMPARE(w.connect.text,
                  QStringLiteral("On the target Mac, choose Settings \u2192 Remote backup target "
                                 "\u2192 Enroll an agent. Paste its one-time invitation here."));
     }
@@ -143,7 +167,7 @@ private slots:
         WindowInputs in = enrolled();
         in.status->runtime.agentUpdateAvailable = true;
         in.status->runtime.latestAgentVersion = "2.4.1";
-        const VersionCapsuleState c = windowState(in).capsule;
+        const VersionCapsuleState c = windowState(in).header.capsule;
         QCOMPARE(c.label, QStringLiteral("Update available: 2.4.1"));
         QCOMPARE(c.color, ColorRole::Blue);
         QCOMPARE(c.symbol, Symbol::ArrowDownCircle);

@@ -11,7 +11,13 @@ WindowInputs windowInputs(const AgentModel &model, const QString &appVersion)
     inputs.status = model.status();
     inputs.invitation = model.invitation();
     inputs.sources = model.sources();
+    inputs.intervalMinutes = model.intervalMinutes();
+    inputs.scheduleEnabled = model.scheduleEnabled();
+    inputs.exclusionText = model.exclusionText();
+    inputs.transfersPaused = model.transfersPaused();
+    inputs.bandwidthLimitKibPerSecond = model.bandwidthLimitKibPerSecond();
     inputs.currentNetworkMetered = model.currentNetworkMetered();
+    inputs.allowMeteredNetwork = model.allowMeteredNetwork();
     inputs.busy = model.busy();
     inputs.notice = model.notice();
     inputs.error = model.error();
@@ -19,47 +25,77 @@ WindowInputs windowInputs(const AgentModel &model, const QString &appVersion)
     return inputs;
 }
 
-WindowState windowState(const WindowInputs &in)
+namespace {
+
+HeaderState headerState(const WindowInputs &in)
 {
     const std::optional<AgentUIStatus> &status = in.status;
-    WindowState w;
-    w.subtitle = localMachineText(QStringLiteral("Simple, encrypted protection for this Mac"));
-
+    HeaderState h;
+    h.subtitle = localMachineText(QStringLiteral("Simple, encrypted protection for this Mac"));
     QString running = status ? status->agentVersion : in.appVersion;
     if (!status && running.isEmpty())
         running = QStringLiteral("Unknown");
-    w.versionLine = QStringLiteral("ZQB Agent ") + running;
-    w.capsule = {versionStatusLabel(status), versionStatusColor(status),
+    h.versionLine = QStringLiteral("ZQB Agent ") + running;
+    h.capsule = {versionStatusLabel(status), versionStatusColor(status),
                  versionStatusSymbol(status)};
+    return h;
+}
 
-    w.badge = badgeState(status ? std::optional<RuntimeStatus>(status->runtime) : std::nullopt);
+ConnectBoxState connectBoxState(const WindowInputs &in)
+{
+    ConnectBoxState c;
+    c.visible = in.status && !in.status->runtime.enrolled;
+    c.title = localMachineText(QStringLiteral("Connect this Mac"));
+    c.text = QStringLiteral("On the target Mac, choose Settings \u2192 Remote backup target "
+                            "\u2192 Enroll an agent. Paste its one-time invitation here.");
+    c.enrollLabel = localMachineText(QStringLiteral("Enroll this Mac"));
+    // Counted as typed, without trimming; the model trims before sending.
+    c.enrollEnabled =
+        !in.busy && TextRules::graphemeCount(in.invitation) >= minimumInvitationLength;
+    return c;
+}
+
+ScheduleState scheduleState(const WindowInputs &in)
+{
+    ScheduleState s;
+    s.enabled = in.scheduleEnabled;
+    s.intervalMinutes = in.intervalMinutes;
+    s.saveEnabled = !in.busy;
+    s.backUpNowEnabled =
+        !in.busy && in.status && in.status->runtime.enrolled && !in.sources.isEmpty();
+    s.busy = in.busy;
+    return s;
+}
+
+NetworkState networkState(const WindowInputs &in)
+{
+    NetworkState n;
+    n.paused = in.transfersPaused;
+    n.bandwidthLimitKibPerSecond = in.bandwidthLimitKibPerSecond;
+    n.currentNetworkMetered = in.currentNetworkMetered;
+    n.allowMeteredNetwork = in.allowMeteredNetwork;
+    n.allowMeteredEnabled = in.currentNetworkMetered;
+    return n;
+}
+
+} // namespace
+
+WindowState windowState(const WindowInputs &in)
+{
+    WindowState w;
+    w.header = headerState(in);
+    w.badge =
+        badgeState(in.status ? std::optional<RuntimeStatus>(in.status->runtime) : std::nullopt);
     w.errorCard = in.error;
     w.noticeCard = in.notice;
-
-    if (!status)
-        w.connectionBox = ConnectionBox::Restoring;
-    else if (!status->runtime.enrolled)
-        w.connectionBox = ConnectionBox::Connect;
-    else
-        w.connectionBox = ConnectionBox::None;
-    w.connectTitle = localMachineText(QStringLiteral("Connect this Mac"));
-    w.connectText = QStringLiteral("On the target Mac, choose Settings \u2192 Remote backup target "
-                                   "\u2192 Enroll an agent. Paste its one-time invitation here.");
-    w.enrollLabel = localMachineText(QStringLiteral("Enroll this Mac"));
-    // Counted as typed, without trimming; the model trims before sending.
-    w.enrollEnabled =
-        !in.busy && TextRules::graphemeCount(in.invitation) >= minimumInvitationLength;
-    w.restoringText =
+    w.connect = connectBoxState(in);
+    w.restoring.visible = !in.status;
+    w.restoring.text =
         localMachineText(QStringLiteral("Reading this Mac's existing ZQB enrollment\u2026"));
-
-    w.folders = in.sources;
-    w.showNoFolders = in.sources.isEmpty();
-    w.fullDiskAccessVisible = platformOffersFullDiskAccess();
-
-    w.saveEnabled = !in.busy;
-    w.backUpNowEnabled = !in.busy && status && status->runtime.enrolled && !in.sources.isEmpty();
-    w.allowMeteredEnabled = in.currentNetworkMetered;
-
-    w.connection = connectionState(status, in.busy);
+    w.folders = {in.sources, in.sources.isEmpty(), platformOffersFullDiskAccess()};
+    w.schedule = scheduleState(in);
+    w.skipPatterns.text = in.exclusionText;
+    w.network = networkState(in);
+    w.connection = connectionState(in.status, in.busy);
     return w;
 }

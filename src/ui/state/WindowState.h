@@ -2,9 +2,8 @@
 
 #include "AgentUIStatus.h"
 #include "BadgeState.h"
-#include "ColorRole.h"
 #include "ConnectionState.h"
-#include "Symbol.h"
+#include "SectionStates.h"
 
 #include <QString>
 #include <QStringList>
@@ -13,55 +12,38 @@
 
 class AgentModel;
 
-// Which box sits between the cards and the folders.
-enum class ConnectionBox { Connect, Restoring, None };
-
-struct VersionCapsuleState
-{
-    QString label;
-    ColorRole color = ColorRole::Secondary;
-    Symbol symbol = Symbol::Clock;
-
-    friend bool operator==(const VersionCapsuleState &, const VersionCapsuleState &) = default;
-};
-
 // The model fields the window reads, gathered so the rules can be tested alone.
 struct WindowInputs
 {
     std::optional<AgentUIStatus> status;
-    QString invitation;
+    QString invitation; // only counted here, never copied into the view state
     QStringList sources;
+    qint64 intervalMinutes = 240;
+    bool scheduleEnabled = false;
+    QString exclusionText;
+    bool transfersPaused = false;
+    qint64 bandwidthLimitKibPerSecond = 0;
     bool currentNetworkMetered = false;
+    bool allowMeteredNetwork = false;
     bool busy = false;
     std::optional<QString> notice;
     std::optional<QString> error;
     QString appVersion; // the app's own version; empty when unknown
 };
 
+// Everything the window shows, section by section from top to bottom.
 struct WindowState
 {
-    QString subtitle;
-    QString versionLine;
-    VersionCapsuleState capsule;
+    HeaderState header;
     BadgeState badge;
     std::optional<QString> errorCard;
     std::optional<QString> noticeCard;
-
-    ConnectionBox connectionBox = ConnectionBox::Restoring;
-    QString connectTitle;
-    QString connectText;
-    QString enrollLabel;
-    bool enrollEnabled = false;
-    QString restoringText;
-
-    QStringList folders;
-    bool showNoFolders = true;
-    bool fullDiskAccessVisible = false;
-
-    bool saveEnabled = true;
-    bool backUpNowEnabled = false;
-    bool allowMeteredEnabled = false;
-
+    ConnectBoxState connect; // at most one of these two boxes is visible
+    RestoringBoxState restoring;
+    FoldersState folders;
+    ScheduleState schedule;
+    SkipPatternsState skipPatterns;
+    NetworkState network;
     ConnectionState connection;
 
     friend bool operator==(const WindowState &, const WindowState &) = default;

@@ -3,29 +3,27 @@
 #include "WindowState.h"
 
 #include <QList>
-#include <QStringList>
 #include <QTimer>
 #include <QWidget>
 
 class AgentModel;
 class BetaWarning;
-class BusySpinner;
+class ConnectBox;
 class ConnectionSection;
+class FoldersSection;
+class HeaderSection;
 class MessageCard;
-class QCheckBox;
-class QComboBox;
-class QGroupBox;
-class QLabel;
-class QLineEdit;
-class QPushButton;
-class QScrollArea;
-class QVBoxLayout;
+class NetworkSection;
+class RestoringBox;
+class ScheduleSection;
+class SkipPatternsSection;
 class StatusBadge;
-class VersionCapsule;
 
-// The app's one window content: a scrolling column of eleven sections bound
-// to the model. Controls write model fields on user edits only; every model
-// change schedules one render for the current event-loop turn.
+// The app's one window content: a scrolling column of the window's sections,
+// each a widget that shows its slice of the window's view state. The view
+// assembles them, binds their requests to the model, refreshes the model
+// periodically, and turns every model change into one render for the
+// current event-loop turn.
 class AgentView : public QWidget
 {
     Q_OBJECT
@@ -50,77 +48,33 @@ public slots:
 protected:
     void showEvent(QShowEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    void changeEvent(QEvent *event) override;
 
 private:
-    void build();
-    QWidget *buildHeader();
-    QGroupBox *buildConnectBox();
-    QGroupBox *buildRestoringBox();
-    QGroupBox *buildFoldersBox();
-    QGroupBox *buildScheduleBox();
-    QGroupBox *buildSkipBox();
-    QGroupBox *buildNetworkBox();
-    void bindControls();
+    void build(QList<qint64> intervals);
+    void bindSections();
 
     void scheduleRender();
     void renderPending();
     void render();
-    void renderFolders(const QStringList &folders);
-    void applyColors();
     void updateTabOrder();
 
     AgentModel &m_model;
-    QList<qint64> m_intervals;
     QTimer m_refreshTimer;
     bool m_renderPending = false;
     int m_renderCount = 0;
-    bool m_colorsDirty = true;
-    WindowState m_shown;
-    QStringList m_shownFolders;
-    bool m_foldersBuilt = false;
-
-    QScrollArea *m_scroll = nullptr;
     bool m_painted = false;
-    QLabel *m_appIcon = nullptr;
-    QLabel *m_subtitle = nullptr;
-    QLabel *m_versionLine = nullptr;
-    VersionCapsule *m_capsule = nullptr;
+    WindowState m_shown;
+
+    HeaderSection *m_header = nullptr;
     StatusBadge *m_badge = nullptr;
     MessageCard *m_errorCard = nullptr;
     MessageCard *m_noticeCard = nullptr;
-
-    QGroupBox *m_connectBox = nullptr;
-    QLabel *m_connectText = nullptr;
-    QLineEdit *m_invitation = nullptr;
-    QPushButton *m_enroll = nullptr;
-    QGroupBox *m_restoringBox = nullptr;
-    QLabel *m_restoringText = nullptr;
-
-    QGroupBox *m_foldersBox = nullptr;
-    QLabel *m_noFolders = nullptr;
-    QWidget *m_folderRows = nullptr;
-    QVBoxLayout *m_folderRowsLayout = nullptr;
-    QList<QWidget *> m_removeButtons;
-    QList<QLabel *> m_folderIcons;
-    QList<QLabel *> m_secondaryLabels;
-    QPushButton *m_addFolders = nullptr;
-    QPushButton *m_fullDiskAccess = nullptr;
-
-    QCheckBox *m_scheduleEnabled = nullptr;
-    QComboBox *m_interval = nullptr;
-    QPushButton *m_save = nullptr;
-    QPushButton *m_backUpNow = nullptr;
-
-    QLineEdit *m_exclusions = nullptr;
-    QLabel *m_exclusionsNote = nullptr;
-
-    QCheckBox *m_paused = nullptr;
-    QComboBox *m_bandwidth = nullptr;
-    QCheckBox *m_metered = nullptr;
-    QCheckBox *m_allowMetered = nullptr;
-    QLabel *m_networkNote = nullptr;
-
+    ConnectBox *m_connect = nullptr;
+    RestoringBox *m_restoring = nullptr;
+    FoldersSection *m_folders = nullptr;
+    ScheduleSection *m_schedule = nullptr;
+    SkipPatternsSection *m_skipPatterns = nullptr;
+    NetworkSection *m_network = nullptr;
     ConnectionSection *m_connection = nullptr;
     BetaWarning *m_beta = nullptr;
 };

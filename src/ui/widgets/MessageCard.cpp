@@ -63,6 +63,13 @@ void MessageCard::setText(const QString &text)
     refit();
 }
 
+void MessageCard::showMessage(const std::optional<QString> &message)
+{
+    setVisible(message.has_value());
+    if (message)
+        setText(*message);
+}
+
 QString MessageCard::shownText() const
 {
     return m_label->text();

@@ -5,6 +5,8 @@
 #include <QFrame>
 #include <QString>
 
+#include <optional>
+
 class DotWidget;
 class QLabel;
 class QToolButton;
@@ -20,6 +22,8 @@ public:
     ColorRole role() const { return m_role; }
     QString text() const { return m_text; }
     void setText(const QString &text);
+    // Shows the card with `message`, or hides it when there is none.
+    void showMessage(const std::optional<QString> &message);
     // The text as shown, fitted to three lines.
     QString shownText() const;
     QToolButton *dismissButton() const { return m_dismiss; }

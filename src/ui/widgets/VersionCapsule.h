@@ -1,6 +1,6 @@
 #pragma once
 
-#include "WindowState.h"
+#include "SectionStates.h"
 
 #include <QWidget>
 

@@ -1,0 +1,97 @@
+#include "AgentModel.h"
+
+#include "AgentDocuments.h"
+#include "AgentPaths.h"
+#include "DesktopNotifier.h"
+#include "NotificationCenter.h"
+#include "TextRules.h"
+
+// Reading the status document into the model, and announcing a backup that
+// has completed.
+
+namespace {
+
+const QString unreadableStatusMessage =
+    QStringLiteral("ZQB Agent returned an unreadable local status.");
+
+constexpr qsizetype notificationBodyCap = 300;
+
+} // namespace
+
+void AgentModel::refresh(bool showErrors, bool announceCompletion)
+{
+    run({QStringLiteral("ui-status")}, nullptr, false,
+        [this, showErrors, announceCompletion](const CommandResult &result) {
+            applyStatus(result, showErrors, announceCompletion);
+        });
+}
+
+void AgentModel::applyStatus(const CommandResult &result, bool showErrors, bool announceCompletion)
+{
+    if (!result.succeeded) {
+        if (showErrors)
+            setError(presentableError(result));
+        return;
+    }
+    // Read from all the engine printed, not from the capped `output`: the
+    // document grows with every folder and must always read.
+    const std::optional<AgentUIStatus> decoded = AgentDocuments::decodeStatus(result.wholeOutput());
+    if (!decoded) {
+        if (showErrors)
+            setError(unreadableStatusMessage);
+        return;
+    }
+    // Keep our own copy: the assignments below emit signals whose handlers
+    // may start new work.
+    const AgentUIStatus document = *decoded;
+
+    assignStatus(document);
+    setSources(document.settings.sources);
+    setIntervalMinutes(document.settings.intervalMinutes);
+    setScheduleEnabled(document.settings.enabled);
+    setExclusionText(document.settings.exclusions.join(QStringLiteral(", ")));
+    setTransfersPaused(document.transferPolicy.paused);
+    setBandwidthLimitKibPerSecond(document.transferPolicy.bandwidthLimitKibPerSecond);
+    setCurrentNetworkMetered(document.transferPolicy.currentNetworkMetered);
+    setAllowMeteredNetwork(document.transferPolicy.allowMeteredNetwork);
+
+    const std::optional<QString> previous = m_observedBackup;
+    const std::optional<QString> &latest = document.runtime.lastBackupAt;
+    m_observedBackup = latest;
+
+    NotificationCenter::defaultCenter().post(
+        statusNotification(), QVariantMap{{QStringLiteral("state"), document.runtime.state}});
+
+    // Edge-triggered on a new last backup, or forced after a user-started one;
+    // the first status seen never announces on its own.
+    if (!latest)
+        return;
+    if (announceCompletion || (previous && *previous != *latest))
+        announce(document.runtime);
+}
+
+void AgentModel::announce(const RuntimeStatus &runtime)
+{
+    QString title;
+    QString body;
+    if (!runtime.recoveryReady) {
+        title = QStringLiteral("ZQB backup completed");
+        body = runtime.message;
+    } else if (*runtime.recoveryReady) {
+        title = QStringLiteral("ZQB backup Recovery Ready");
+        body = QStringLiteral(
+            "The authorized target returned signed zero-error verification for non-empty data.");
+    } else {
+        title = QStringLiteral("ZQB empty backup completed");
+        body = QStringLiteral("The target verified this run with zero errors, but no files were "
+                              "present after exclusions.");
+    }
+    setNotice(body);
+    notify(title, body);
+}
+
+void AgentModel::notify(const QString &title, const QString &body)
+{
+    if (m_services.notifier)
+        m_services.notifier->post(title, TextRules::leftGraphemes(body, notificationBodyCap));
+}

@@ -1,0 +1,82 @@
+#include "ScheduleSection.h"
+
+#include "ControlSync.h"
+#include "Formatting.h"
+#include "WidgetStyle.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+ScheduleSection::ScheduleSection(QList<qint64> intervals, QWidget *parent)
+    : QGroupBox(QStringLiteral("Automatic protection"), parent), m_intervals(std::move(intervals)),
+      m_enabled(new QCheckBox(QStringLiteral("Back up selected folders automatically"))),
+      m_interval(new QComboBox), m_save(new QPushButton(QStringLiteral("Save settings"))),
+      m_backUpNow(new QPushButton(QStringLiteral("Back up now")))
+{
+    setObjectName(QStringLiteral("scheduleBox"));
+    auto *column = new QVBoxLayout(this);
+    column->setSpacing(10);
+    m_enabled->setObjectName(QStringLiteral("scheduleToggle"));
+    m_enabled->setAccessibleName(m_enabled->text());
+    column->addWidget(m_enabled);
+
+    auto *intervalRow = new QHBoxLayout;
+    intervalRow->setSpacing(10);
+    auto *runEvery = new QLabel(QStringLiteral("Run every"));
+    runEvery->setObjectName(QStringLiteral("runEveryLabel"));
+    intervalRow->addWidget(runEvery);
+    m_interval->setObjectName(QStringLiteral("intervalPicker"));
+    m_interval->setFixedWidth(170);
+    m_interval->setAccessibleName(QStringLiteral("Run every"));
+    runEvery->setBuddy(m_interval);
+    for (qint64 minutes : std::as_const(m_intervals))
+        m_interval->addItem(intervalLabel(minutes), minutes);
+    intervalRow->addWidget(m_interval);
+    intervalRow->addStretch();
+    column->addLayout(intervalRow);
+
+    auto *buttons = new QHBoxLayout;
+    m_save->setObjectName(QStringLiteral("saveButton"));
+    m_save->setAccessibleName(m_save->text());
+    m_backUpNow->setObjectName(QStringLiteral("backUpNowButton"));
+    m_backUpNow->setAccessibleName(m_backUpNow->text());
+    buttons->addWidget(m_save);
+    buttons->addWidget(m_backUpNow);
+    buttons->addStretch();
+    column->addLayout(buttons);
+
+    connect(m_enabled, &QCheckBox::clicked, this, &ScheduleSection::enabledChanged);
+    connect(m_interval, &QComboBox::activated, this, [this](int index) {
+        if (index >= 0 && index < m_intervals.size())
+            emit intervalChanged(m_intervals.at(index));
+    });
+    connect(m_save, &QPushButton::clicked, this, &ScheduleSection::saveRequested);
+    connect(m_backUpNow, &QPushButton::clicked, this, &ScheduleSection::backUpNowRequested);
+    WidgetStyle::makeProminent(m_backUpNow);
+}
+
+void ScheduleSection::setState(const ScheduleState &state)
+{
+    m_state = state;
+    ControlSync::checked(m_enabled, state.enabled);
+    ControlSync::index(m_interval, int(m_intervals.indexOf(state.intervalMinutes)));
+    ControlSync::enabled(m_save, state.saveEnabled);
+    ControlSync::enabled(m_backUpNow, state.backUpNowEnabled);
+}
+
+QList<QWidget *> ScheduleSection::focusChain() const
+{
+    return {m_enabled, m_interval, m_save, m_backUpNow};
+}
+
+void ScheduleSection::changeEvent(QEvent *event)
+{
+    QGroupBox::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        WidgetStyle::makeProminent(m_backUpNow);
+}
