@@ -5,6 +5,9 @@
 //   - writing the record and reading it back gives the same record.
 #include "AgentDocuments.h"
 #include "EngineOutput.h"
+#include "TextRules.h"
+
+#include <QStringDecoder>
 
 #include <nlohmann/json.hpp>
 
@@ -40,5 +43,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QString text = EngineOutput::decode(bytes, size % 2 == 1, 64);
     if (text.size() > bytes.size())
         std::abort(); // decoding never yields more code units than bytes
+
+    // The capped text converts only a prefix: it must equal converting all.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
+                                                     QStringDecoder::Flag::ConvertInitialBom);
+    const QString all = decoder.decode(bytes);
+    const QString capped =
+        decoder.hasError() ? QString() : TextRules::trimmed(TextRules::leftGraphemes(all, 64));
+    if (EngineOutput::decode(bytes, false, 64) != capped)
+        std::abort();
+    // The whole text is the same text without the cap, and a view into the bytes.
+    const QByteArrayView whole = EngineOutput::wholeText(bytes);
+    const QString uncapped = decoder.hasError() ? QString() : TextRules::trimmed(all);
+    if (decoder.decode(whole) != uncapped)
+        std::abort();
     return 0;
 }

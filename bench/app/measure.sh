@@ -4,7 +4,8 @@
 # command never runs it. See bench/README.md for what each figure means.
 #
 # Usage: bench/app/measure.sh [--runs N] [--idle-runs N] [--idle-seconds S]
-#                             [--refreshes N] [--build DIR] [--no-build]
+#                             [--refreshes N] [--folders "3 100 1000"]
+#                             [--folder-refreshes N] [--build DIR] [--no-build]
 set -euo pipefail
 
 repo=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
@@ -13,6 +14,8 @@ runs=5
 idle_runs=3
 idle_seconds=60
 refreshes=1000
+folder_counts="3 100 1000"
+folder_refreshes=50
 do_build=1
 while [ $# -gt 0 ]; do
     case "$1" in
@@ -20,9 +23,11 @@ while [ $# -gt 0 ]; do
     --idle-runs) idle_runs=$2; shift 2 ;;
     --idle-seconds) idle_seconds=$2; shift 2 ;;
     --refreshes) refreshes=$2; shift 2 ;;
+    --folders) folder_counts=$2; shift 2 ;;
+    --folder-refreshes) folder_refreshes=$2; shift 2 ;;
     --build) build=$(realpath -m "$2"); shift 2 ;;
     --no-build) do_build=0; shift ;;
-    -h | --help) sed -n '2,8p' "$0"; exit 0 ;;
+    -h | --help) sed -n '2,9p' "$0"; exit 0 ;;
     *) echo "measure.sh: unknown option $1" >&2; exit 2 ;;
     esac
 done
@@ -231,6 +236,30 @@ for ((run = 1; run <= runs; run++)); do
         cat "$out" >&2
     fi
     stop "$L_PID"
+
+    # The same probed app against documents of more and longer folders (the
+    # engine reads ZQB_BENCH_FOLDERS from the environment it inherits). The
+    # memory passes are shortened; CPU and stall passes stay 200 refreshes.
+    for n in $folder_counts; do
+        out="$work/probe-f$n-$run.txt"
+        nap 1
+        ZQB_BENCH_FOLDERS="$n" ZQB_BENCH_OUT="$out" ZQB_BENCH_TITLE="$title" \
+            ZQB_BENCH_REFRESHES="$folder_refreshes" launch "$probed_app"
+        if wait_for_line "$out" '^done' $((60 + folder_refreshes / 5)); then
+            ns=$(value_of "$out" state_on_screen_ns)
+            [ -n "$ns" ] && put "f$n.state_on_screen_ms" "$(ns_to_ms "$ns" "$L_EXEC_NS")"
+            put "f$n.map_ms" "$L_MAP_MS"
+            for k in cpu_per_refresh_us main_cpu_per_refresh_us wall_per_refresh_us \
+                max_busy_us max_stall_us max_gap_us; do
+                put "f$n.$k" "$(value_of "$out" "$k")"
+            done
+            grep '^error' "$out" >&2 || true
+        else
+            echo "measure.sh: the probed app with $n folders did not finish run $run:" >&2
+            cat "$out" >&2
+        fi
+        stop "$L_PID"
+    done
     echo "  run $run/$runs done" >&2
 done
 
@@ -405,6 +434,35 @@ row() { printf '%-44s %-28s %-28s %s\n' "$@"; }
     row "idle background: CPU, %" "$(stats floor_bg.idle_cpu_percent)" "$(stats bg.idle_cpu_percent)" \
         "< 0.1 $(verdict "$(median bg.idle_cpu_percent)" 0.0999)"
     echo
+    read -ra counts <<<"$folder_counts"
+    if [ "${#counts[@]}" -gt 0 ]; then
+        base=${counts[0]}
+        top=${counts[${#counts[@]} - 1]}
+        echo "Many folders of 200 characters (probed build, same runs; growth is the median against $base folders)"
+        row "figure" "" "app" "budget"
+        for n in "${counts[@]}"; do
+            cpu_budget=""
+            if [ "$n" = "$top" ] && [ "$n" != "$base" ]; then
+                limit=$(awk -v b="$(median "f$base.cpu_per_refresh_us")" 'BEGIN {print 3 * b}')
+                cpu_budget="<= 3 x $base folders = $limit $(verdict "$(median "f$n.cpu_per_refresh_us")" "$limit")"
+            fi
+            row "$n folders: CPU per refresh, us" "" "$(stats "f$n.cpu_per_refresh_us")" "$cpu_budget"
+            row "  growth against $base folders" "" "$(awk -v a="$(median "f$n.cpu_per_refresh_us")" -v b="$(median "f$base.cpu_per_refresh_us")" 'BEGIN {printf "x %.2f", a / b}')" ""
+            row "  main thread only, us" "" "$(stats "f$n.main_cpu_per_refresh_us")" ""
+            row "  wall time per refresh, us" "" "$(stats "f$n.wall_per_refresh_us")" ""
+            stall_budget=""
+            [ "$n" = "$top" ] && stall_budget="< 16000 $(verdict "$(median "f$n.max_busy_us")" 15999)"
+            row "  longest main-thread busy stretch, us" "" "$(stats "f$n.max_busy_us")" "$stall_budget"
+            stall_budget=""
+            [ "$n" = "$top" ] && stall_budget="< 16000 $(verdict "$(median "f$n.max_stall_us")" 15999)"
+            row "  longest gap less run-queue wait, us" "" "$(stats "f$n.max_stall_us")" "$stall_budget"
+            row "  wall-clock gap incl. waiting for a CPU, us" "" "$(stats "f$n.max_gap_us")" ""
+            screen_budget=""
+            [ "$n" = "$top" ] && screen_budget="<= $(awk -v f="$floor_map" 'BEGIN {printf "%.1f", f + 150}') $(verdict "$(median "f$n.state_on_screen_ms")" "$(awk -v f="$floor_map" 'BEGIN {print f + 150}')")"
+            row "  exec -> engine state on screen, ms" "(map) $(stats floor.map_ms)" "$(stats "f$n.state_on_screen_ms")" "$screen_budget"
+        done
+        echo
+    fi
 } | tee "$build/bench-report.txt"
 cp "$results" "$build/bench-raw.txt"
 echo "Report: $build/bench-report.txt, raw samples: $build/bench-raw.txt" >&2

@@ -332,9 +332,15 @@ CommandResult AgentRunner::run(const QStringList &arguments,
         waited = ::waitpid(pid, &status, 0);
     } while (waited < 0 && errno == EINTR);
 
+    // A cut can fall inside a character: drop its first bytes in place, so
+    // that the kept output is whole characters and can be handed on as it is.
+    if (out.cut)
+        out.kept.truncate(EngineOutput::lengthWithoutIncompleteTail(out.kept));
+
     CommandResult result;
-    result.output = EngineOutput::decode(out.kept, out.cut, outputCharacterCap);
+    result.output = EngineOutput::decode(out.kept, false, outputCharacterCap);
     result.error = EngineOutput::decode(err.kept, err.cut, errorCharacterCap);
+    result.outputBytes = std::move(out.kept); // moved, not copied
     result.succeeded = waited == pid && WIFEXITED(status) && WEXITSTATUS(status) == 0;
     return result;
 }

@@ -48,8 +48,8 @@ char32_t codePointBefore(QStringView text, qsizetype end, qsizetype *length)
     return c.unicode();
 }
 
-// Position after the first `count` grapheme boundaries of `text`, or -1 when
-// `text` holds fewer than `count` complete clusters before its end.
+} // namespace
+
 qsizetype graphemePrefixEnd(QStringView text, qsizetype count)
 {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text.data(), text.size());
@@ -61,8 +61,6 @@ qsizetype graphemePrefixEnd(QStringView text, qsizetype count)
     }
     return position;
 }
-
-} // namespace
 
 QString trimmed(QStringView text)
 {

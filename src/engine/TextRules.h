@@ -14,5 +14,10 @@ QString trimmed(QStringView text);
 qsizetype graphemeCount(QStringView text);
 // The first `count` user-perceived characters of `text` (all of it if shorter).
 QString leftGraphemes(QStringView text, qsizetype count);
+// Position after the first `count` grapheme boundaries of `text`, or -1 when
+// `text` holds fewer than `count` clusters. The end of `text` counts as a
+// boundary, so on a prefix of a longer text only a position before the
+// prefix's end is certain to be a boundary of the whole.
+qsizetype graphemePrefixEnd(QStringView text, qsizetype count);
 
 } // namespace TextRules

@@ -33,8 +33,9 @@ void AgentModel::applyStatus(const CommandResult &result, bool showErrors, bool 
             setError(presentableError(result));
         return;
     }
-    const std::optional<AgentUIStatus> decoded =
-        AgentDocuments::decodeStatus(result.output.toUtf8());
+    // Read from all the engine printed, not from the capped `output`: the
+    // document grows with every folder and must always read.
+    const std::optional<AgentUIStatus> decoded = AgentDocuments::decodeStatus(result.wholeOutput());
     if (!decoded) {
         if (showErrors)
             setError(unreadableStatusMessage);

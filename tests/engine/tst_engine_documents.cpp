@@ -98,7 +98,7 @@ private slots:
     void breachesFailTheDocument_data();
     void breachesFailTheDocument();
     void duplicateKeysDoNotCrash();
-    void documentCutByTheRunnerFails();
+    void documentLongerThanTheOutputCapReadsWhole();
 };
 
 void TestEngineDocuments::settingsWriteByteExact()
@@ -646,7 +646,7 @@ void TestEngineDocuments::duplicateKeysDoNotCrash()
              (QStringList{"*.tmp", "node_modules"}));
 }
 
-void TestEngineDocuments::documentCutByTheRunnerFails()
+void TestEngineDocuments::documentLongerThanTheOutputCapReadsWhole()
 {
     QTemporaryDir dir;
     Json document = base();
@@ -664,21 +664,50 @@ void TestEngineDocuments::documentCutByTheRunnerFails()
         return AgentRunner(engine).run({"ui-status"});
     };
 
-    // Just within the cap: reads.
+    // One character beyond the cap of the shown text: `output` is cut, the
+    // document is read from everything the engine printed.
     document["runtime"]["message"] = "";
     const qsizetype room = 8192 - qsizetype(text(document).size());
-    document["runtime"]["message"] = std::string(size_t(room), 'm');
+    document["runtime"]["message"] = std::string(size_t(room + 1), 'm');
     CommandResult result = runWith(document);
     QVERIFY(result.succeeded);
     QCOMPARE(result.output.size(), 8192);
-    QVERIFY(AgentDocuments::decodeStatus(result.output.toUtf8()));
+    QCOMPARE(AgentDocuments::decodeStatus(result.output.toUtf8()), std::nullopt);
+    std::optional<AgentUIStatus> status = AgentDocuments::decodeStatus(result.wholeOutput());
+    QVERIFY(status);
+    QCOMPARE(status->runtime.message.size(), room + 1);
 
-    // One character more: the runner cuts it and the document fails.
-    document["runtime"]["message"] = std::string(size_t(room + 1), 'm');
+    // A thousand folders of 200 characters, about 220 KB.
+    Json sources = Json::array();
+    QStringList expected;
+    for (int i = 0; i < 1000; ++i) {
+        QString path = QStringLiteral("/Volumes/Archive/%1/").arg(i, 4, 10, QLatin1Char('0'));
+        path += QString(200 - path.size(), QChar(0x00E9)); // two bytes each in UTF-8
+        expected << path;
+        sources.push_back(path.toStdString());
+    }
+    document["runtime"]["message"] = "m";
+    document["settings"]["sources"] = sources;
+    QVERIFY(text(document).size() > 200 * 1000);
     result = runWith(document);
     QVERIFY(result.succeeded);
-    QCOMPARE(result.output.size(), 8192);
-    QCOMPARE(AgentDocuments::decodeStatus(result.output.toUtf8()), std::nullopt);
+    status = AgentDocuments::decodeStatus(result.wholeOutput());
+    QVERIFY(status);
+    QCOMPARE(status->settings.sources, expected);
+
+    // Beyond the runner's byte cap (about 1.1 MiB): only the first MiB is
+    // kept, and that is no document.
+    Json more = sources;
+    for (int i = 0; i < 2; ++i)
+        for (const Json &path : sources)
+            more.push_back(path);
+    document["settings"]["sources"] = more;
+    QVERIFY(text(document).size() > AgentRunner::streamByteCap + 64 * 1024);
+    QVERIFY(text(document).size() < AgentRunner::streamByteCap * 2);
+    result = runWith(document);
+    QVERIFY(result.succeeded);
+    QCOMPARE(result.outputBytes.size(), AgentRunner::streamByteCap);
+    QCOMPARE(AgentDocuments::decodeStatus(result.wholeOutput()), std::nullopt);
 }
 
 QTEST_GUILESS_MAIN(TestEngineDocuments)

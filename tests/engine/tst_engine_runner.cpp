@@ -146,6 +146,7 @@ private slots:
     void invalidUtf8GivesEmptyText();
     void byteOrderMarkIsKept();
     void streamCutInsideACharacterStillDecodes();
+    void wholeOutputIsTrimmedButNotCapped();
 
     void nonZeroExitFails_data();
     void nonZeroExitFails();
@@ -440,6 +441,10 @@ void TestEngineRunner::errorIsCutToCharactersThenTrimmed()
         engines.script("padded", "{ printf '\\n\\t'; head -c 2998 /dev/zero | tr '\\0' e; } >&2\n");
     result = AgentRunner(padded).run({"ui-status"});
     QCOMPARE(result.error, QString(2046, QLatin1Char('e')));
+
+    const QString longer = engines.script("longer", "head -c 10000 /dev/zero | tr '\\0' e >&2\n");
+    result = AgentRunner(longer).run({"ui-status"});
+    QCOMPARE(result.error, QString(2048, QLatin1Char('e')));
 }
 
 void TestEngineRunner::crLfCountsAsOneCharacter()
@@ -474,13 +479,18 @@ void TestEngineRunner::surroundingWhitespaceIsTrimmed()
 {
     Engines engines;
     const QString engine = engines.script("engine", "printf '  {\"a\": 1}\\n'\n");
-    QCOMPARE(AgentRunner(engine).run({"ui-status"}).output, QStringLiteral("{\"a\": 1}"));
+    const CommandResult result = AgentRunner(engine).run({"ui-status"});
+    QCOMPARE(result.output, QStringLiteral("{\"a\": 1}"));
+    QCOMPARE(result.wholeOutput(), QByteArrayView("{\"a\": 1}"));
 
     // Unicode separators and NEL are trimmed too; inner ones stay.
     const QString wide = engines.script(
         "wide",
         "printf '\\xe3\\x80\\x80\\xc2\\x85\\xe2\\x80\\xa8a \\xc2\\xa0b\\xe2\\x80\\xa9\\v\\f\\r'\n");
-    QCOMPARE(AgentRunner(wide).run({"ui-status"}).output, QStringLiteral("a \u00a0b"));
+    const CommandResult wideResult = AgentRunner(wide).run({"ui-status"});
+    QCOMPARE(wideResult.output, QStringLiteral("a \u00a0b"));
+    QCOMPARE(wideResult.wholeOutput(), QByteArrayView("a \xc2\xa0"
+                                                      "b"));
 }
 
 void TestEngineRunner::invalidUtf8GivesEmptyText()
@@ -491,6 +501,7 @@ void TestEngineRunner::invalidUtf8GivesEmptyText()
     const CommandResult result = AgentRunner(engine).run({"ui-status"});
     QVERIFY(result.succeeded);
     QCOMPARE(result.output, QString());
+    QVERIFY(result.wholeOutput().isEmpty());
     QCOMPARE(result.error, QStringLiteral("error text"));
 
     const QString surrogate = engines.script("surrogate", "printf '\\xed\\xa0\\x80' >&2\n");
@@ -503,7 +514,9 @@ void TestEngineRunner::byteOrderMarkIsKept()
 {
     Engines engines;
     const QString engine = engines.script("engine", "printf '\\xef\\xbb\\xbf{}'\n");
-    QCOMPARE(AgentRunner(engine).run({"ui-status"}).output, QStringLiteral("\ufeff{}"));
+    const CommandResult result = AgentRunner(engine).run({"ui-status"});
+    QCOMPARE(result.output, QStringLiteral("\ufeff{}"));
+    QCOMPARE(result.wholeOutput(), QByteArrayView("\xef\xbb\xbf{}"));
 }
 
 void TestEngineRunner::streamCutInsideACharacterStillDecodes()
@@ -516,6 +529,23 @@ void TestEngineRunner::streamCutInsideACharacterStillDecodes()
     const CommandResult result = AgentRunner(engine).run({"ui-status"});
     QVERIFY(result.succeeded);
     QCOMPARE(result.output, QString(8192, QChar(0x20AC)));
+    // The whole text is every complete euro sign that was kept.
+    QCOMPARE(result.wholeOutput().size(), AgentRunner::streamByteCap / 3 * 3);
+    QCOMPARE(QString::fromUtf8(result.wholeOutput()),
+             QString(AgentRunner::streamByteCap / 3, QChar(0x20AC)));
+}
+
+void TestEngineRunner::wholeOutputIsTrimmedButNotCapped()
+{
+    Engines engines;
+    const QString engine = engines.script(
+        "engine", "printf '\\n  '\nhead -c 10000 /dev/zero | tr '\\0' w\nprintf ' \\r\\n'\n");
+    const CommandResult result = AgentRunner(engine).run({"ui-status"});
+    QVERIFY(result.succeeded);
+    // The three leading blanks count towards the cap of the shown text.
+    QCOMPARE(result.output, QString(8189, QLatin1Char('w')));
+    QCOMPARE(result.wholeOutput(), QByteArrayView(QByteArray(10000, 'w')));
+    QCOMPARE(result.outputBytes, "\n  " + QByteArray(10000, 'w') + " \r\n");
 }
 
 void TestEngineRunner::nonZeroExitFails_data()
@@ -523,14 +553,15 @@ void TestEngineRunner::nonZeroExitFails_data()
     QTest::addColumn<QByteArray>("body");
     QTest::addColumn<QString>("output");
     QTest::addColumn<QString>("error");
+    QTest::addColumn<QByteArray>("outputBytes");
     QTest::newRow("message on standard output")
         << QByteArray("echo 'No folders chosen.'\nexit 1\n") << "No folders chosen."
-        << "";
+        << "" << QByteArray("No folders chosen.\n");
     QTest::newRow("message on standard error")
         << QByteArray("echo 'Target refused the invitation.' >&2\nexit 1\n") << ""
-        << "Target refused the invitation.";
+        << "Target refused the invitation." << QByteArray();
     QTest::newRow("status 255") << QByteArray("exit 255\n") << ""
-                                << "";
+                                << "" << QByteArray();
 }
 
 void TestEngineRunner::nonZeroExitFails()
@@ -538,9 +569,10 @@ void TestEngineRunner::nonZeroExitFails()
     QFETCH(QByteArray, body);
     QFETCH(QString, output);
     QFETCH(QString, error);
+    QFETCH(QByteArray, outputBytes);
     Engines engines;
     const CommandResult result = AgentRunner(engines.script("engine", body)).run({"run-once"});
-    QCOMPARE(result, (CommandResult{output, error, false}));
+    QCOMPARE(result, (CommandResult{output, error, false, outputBytes}));
 }
 
 void TestEngineRunner::successMayCarryErrorText()
@@ -548,7 +580,7 @@ void TestEngineRunner::successMayCarryErrorText()
     Engines engines;
     const QString engine = engines.script("engine", "echo ok\necho 'a warning' >&2\n");
     QCOMPARE(AgentRunner(engine).run({"backup-all"}),
-             (CommandResult{QStringLiteral("ok"), QStringLiteral("a warning"), true}));
+             (CommandResult{QStringLiteral("ok"), QStringLiteral("a warning"), true, "ok\n"}));
 }
 
 void TestEngineRunner::killedBySignalFails()
@@ -556,7 +588,8 @@ void TestEngineRunner::killedBySignalFails()
     Engines engines;
     const QString engine = engines.script("engine", "echo partial\necho gone >&2\nkill -KILL $$\n");
     const CommandResult result = AgentRunner(engine).run({"backup-all"});
-    QCOMPARE(result, (CommandResult{QStringLiteral("partial"), QStringLiteral("gone"), false}));
+    QCOMPARE(result, (CommandResult{QStringLiteral("partial"), QStringLiteral("gone"), false,
+                                    "partial\n"}));
     const QString terminated = engines.script("terminated", "kill -TERM $$\n");
     QVERIFY(!AgentRunner(terminated).run({"backup-all"}).succeeded);
 }
@@ -578,6 +611,7 @@ void TestEngineRunner::hugeOutputReturnsWithBoundedMemory()
     QVERIFY(result.succeeded);
     QCOMPARE(result.output, QString(8192, QLatin1Char('a')));
     QCOMPARE(result.error, QString(2048, QLatin1Char('b')));
+    QCOMPARE(result.wholeOutput().size(), AgentRunner::streamByteCap);
     QVERIFY(before > 0 && peak > 0);
     const qint64 growthKib = peak - before;
     qInfo("peak memory growth during the run: %lld KiB", growthKib);

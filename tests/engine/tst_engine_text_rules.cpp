@@ -20,6 +20,9 @@ private slots:
     void incompleteTailIsFound();
     void decodeAppliesCapBeforeTrim();
     void decodeRejectsInvalidUtf8();
+    void decodeFindsClustersLongerThanItsFirstLook();
+    void wholeTextIsTrimmedAndNotCapped();
+    void wholeTextOfInvalidUtf8IsEmpty();
 };
 
 void TestEngineTextRules::whitespaceSet_data()
@@ -166,6 +169,50 @@ void TestEngineTextRules::decodeRejectsInvalidUtf8()
                                   "end",
                                   true, 100),
              QString());
+}
+
+void TestEngineTextRules::decodeFindsClustersLongerThanItsFirstLook()
+{
+    // One cluster longer than the prefix converted first: the cut falls after
+    // the whole cluster, not where the prefix happened to end.
+    QByteArray cluster = "e";
+    for (int i = 0; i < 150; ++i)
+        cluster += "\xcc\x81"; // COMBINING ACUTE ACCENT
+    const QString expected = QString::fromUtf8(cluster);
+    QCOMPARE(EngineOutput::decode(cluster + "tail", false, 1), expected);
+    QCOMPARE(EngineOutput::decode(cluster + cluster + cluster, false, 2), expected + expected);
+
+    // Much longer than the cap: the first characters, then trimmed.
+    const QByteArray many = QByteArray(5000, 'a') + "  " + QByteArray(100000, 'b');
+    QCOMPARE(EngineOutput::decode(many, false, 5002), QString(5000, QLatin1Char('a')));
+    QCOMPARE(EngineOutput::decode(many, false, 5003),
+             QString(5000, QLatin1Char('a')) + QStringLiteral("  b"));
+    // The validity of what lies beyond the cap still counts.
+    QCOMPARE(EngineOutput::decode(many + "\xff", false, 10), QString());
+}
+
+void TestEngineTextRules::wholeTextIsTrimmedAndNotCapped()
+{
+    const QByteArray body = QByteArray(20000, 'x') + " \xc2\xa0 " + QByteArray(20000, 'y');
+    const QByteArray bytes = "\xe3\x80\x80\xc2\x85\t\n " + body + "\r\n\xe2\x80\xa9\v\f";
+    const QByteArrayView whole = EngineOutput::wholeText(bytes);
+    QCOMPARE(whole, QByteArrayView(body));
+    QCOMPARE(whole.data(), bytes.constData() + 8); // a view into the bytes, not a copy
+
+    QCOMPARE(EngineOutput::wholeText("  {}\n"), QByteArrayView("{}"));
+    QCOMPARE(EngineOutput::wholeText("\xef\xbb\xbf{}"), QByteArrayView("\xef\xbb\xbf{}"));
+    QCOMPARE(EngineOutput::wholeText("{}\xe2\x82\xac"), QByteArrayView("{}\xe2\x82\xac"));
+    QVERIFY(EngineOutput::wholeText(" \t\r\n ").isEmpty());
+    QVERIFY(EngineOutput::wholeText("").isEmpty());
+}
+
+void TestEngineTextRules::wholeTextOfInvalidUtf8IsEmpty()
+{
+    QVERIFY(EngineOutput::wholeText("{} \xff").isEmpty());
+    QVERIFY(EngineOutput::wholeText("{}\xe2\x82").isEmpty());         // incomplete
+    QVERIFY(EngineOutput::wholeText("\xc0\x80").isEmpty());           // overlong
+    QVERIFY(EngineOutput::wholeText("\xed\xa0\x80").isEmpty());       // surrogate
+    QVERIFY(EngineOutput::wholeText("{}\xf4\x90\x80\x80").isEmpty()); // above U+10FFFF
 }
 
 QTEST_GUILESS_MAIN(TestEngineTextRules)

@@ -103,6 +103,19 @@ inline AgentUIStatus sampleStatus()
     return status;
 }
 
+// `count` distinct folder paths of 200 characters each.
+inline QStringList longFolders(int count)
+{
+    QStringList paths;
+    paths.reserve(count);
+    for (int i = 0; i < count; ++i) {
+        QString path = QStringLiteral("/Users/alice/Projects/%1/").arg(i, 5, 10, QLatin1Char('0'));
+        path += QString(200 - path.size(), QLatin1Char('p'));
+        paths << path;
+    }
+    return paths;
+}
+
 inline QByteArray statusJson(const AgentUIStatus &status)
 {
     return AgentDocuments::encode(status);

@@ -47,7 +47,10 @@ private slots:
     void unreadableOutputWithErrorsShown();
     void unreadableOutputSilentKeepsStatus();
     void failedCommandWithAndWithoutErrors();
-    void documentOverOutputCapIsUnreadable();
+    void documentOverOutputCharacterCapReadsWhole();
+    void thousandLongFoldersMirrorIntoSources();
+    void documentOverTheByteCapIsUnreadable();
+    void textsShownToThePersonStayCapped();
     void missingLastBackupResetsObservedBackup();
     void overlappingRefreshesLaterDocumentWinsAndAnnouncesOnce();
 
@@ -261,19 +264,89 @@ void ModelRefreshTest::failedCommandWithAndWithoutErrors()
     QVERIFY(!m_model->status());
 }
 
-void ModelRefreshTest::documentOverOutputCapIsUnreadable()
+void ModelRefreshTest::documentOverOutputCharacterCapReadsWhole()
 {
+    // Longer than the cap on texts shown to the person: the document is read
+    // from all the engine printed, not from that capped text.
     AgentUIStatus status = sampleStatus();
     status.runtime.message = QString(9000, QLatin1Char('m'));
     const QByteArray json = statusJson(status);
     QVERIFY(json.size() > AgentRunner::outputCharacterCap);
-    QVERIFY(AgentDocuments::decodeStatus(json).has_value()); // readable before the cut
+    m_engine->answer(QStringLiteral("ui-status"), "\n  " + json + "\n");
+    m_model->refresh(true, false);
+    QVERIFY(waitForCommands());
+    QVERIFY(!m_model->error());
+    QCOMPARE(m_model->status(), std::optional<AgentUIStatus>(status));
+    QCOMPARE(m_model->status()->runtime.message.size(), 9000);
+}
+
+void ModelRefreshTest::thousandLongFoldersMirrorIntoSources()
+{
+    StatusBroadcasts broadcasts;
+    AgentUIStatus status = sampleStatus();
+    status.settings.sources = longFolders(1000);
+    const QByteArray json = statusJson(status);
+    QVERIFY2(json.size() > 200 * 1000, QByteArray::number(json.size()));
+    m_engine->answer(QStringLiteral("ui-status"), json + "\n");
+    m_model->refresh(true, false);
+    QVERIFY(waitForCommands());
+    QVERIFY(!m_model->error());
+    QCOMPARE(m_model->sources().size(), 1000);
+    QCOMPARE(m_model->sources(), status.settings.sources);
+    QCOMPARE(m_model->status(), std::optional<AgentUIStatus>(status));
+    QCOMPARE(broadcasts.received.size(), 1);
+}
+
+void ModelRefreshTest::documentOverTheByteCapIsUnreadable()
+{
+    StatusBroadcasts broadcasts;
+    const AgentUIStatus first = statusWithBackup(firstBackup, true);
+    refreshWith(first);
+
+    // About 1.1 MiB of folders: the runner keeps the first MiB, which is not
+    // a whole document.
+    AgentUIStatus huge = sampleStatus();
+    huge.settings.sources = longFolders(5500);
+    const QByteArray json = statusJson(huge);
+    QVERIFY2(json.size() > AgentRunner::streamByteCap + 64 * 1024, QByteArray::number(json.size()));
+    QVERIFY(AgentDocuments::decodeStatus(json).has_value()); // readable when whole
     m_engine->answer(QStringLiteral("ui-status"), json);
+
+    m_model->refresh(false, false);
+    QVERIFY(waitForCommands());
+    QVERIFY(!m_model->error());
     m_model->refresh(true, false);
     QVERIFY(waitForCommands());
     QCOMPARE(m_model->error(), std::optional<QString>(QStringLiteral(
                                    "ZQB Agent returned an unreadable local status.")));
-    QVERIFY(!m_model->status());
+    QCOMPARE(m_model->status(), std::optional<AgentUIStatus>(first));
+    QCOMPARE(m_model->sources(), first.settings.sources);
+    QCOMPARE(broadcasts.received.size(), 1); // only the first, readable one
+}
+
+void ModelRefreshTest::textsShownToThePersonStayCapped()
+{
+    // A long message from a connection check becomes the notice, cut to the
+    // runner's 8,192 characters.
+    m_engine->answer(QStringLiteral("check-service"), QByteArray(10000, 'n'));
+    m_engine->answer(QStringLiteral("ui-status"), statusJson(sampleStatus()));
+    m_model->checkConnection();
+    QVERIFY(waitForCommands());
+    QCOMPARE(m_model->notice(), std::optional<QString>(QString(8192, QLatin1Char('n'))));
+
+    // A long error text reaches the model cut to 2,048 characters, and the
+    // person sees the first 500 of those.
+    m_engine->answer(QStringLiteral("autonomous-update"), QByteArray(10000, 'o'),
+                     QByteArray(10000, 'e'), 1);
+    CommandResult seen;
+    m_model->run({QStringLiteral("autonomous-update")}, nullptr, true,
+                 [&](const CommandResult &result) { seen = result; });
+    QVERIFY(waitForCommands());
+    QCOMPARE(seen.error, QString(2048, QLatin1Char('e')));
+    QCOMPARE(seen.output, QString(8192, QLatin1Char('o')));
+    m_model->installUpdate();
+    QVERIFY(waitForCommands());
+    QCOMPARE(m_model->error(), std::optional<QString>(QString(500, QLatin1Char('e'))));
 }
 
 void ModelRefreshTest::missingLastBackupResetsObservedBackup()

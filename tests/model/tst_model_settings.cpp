@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
 
@@ -69,6 +70,7 @@ private slots:
     void saveThenBackupSuccessShowsFailingRefresh();
     void backupFailureErrorIsClearedByFollowingRefresh();
     void busyNeverIdleBetweenChainCommands();
+    void thousandFoldersReachTheEngineWholeWhileTheWindowStaysFree();
 
     // Transfer policy
     void policyDefaultsDocument();
@@ -555,6 +557,52 @@ void ModelSettingsTest::fullDiskAccessChangesNothingHere()
     QCOMPARE(spy.count(), 0);
     QVERIFY(waitForCommands());
     QVERIFY(m_engine->invocations().isEmpty());
+}
+
+void ModelSettingsTest::thousandFoldersReachTheEngineWholeWhileTheWindowStaysFree()
+{
+    // An engine that reads the first 16 KiB of the settings document, then
+    // waits for a word from this test's main thread before it reads the rest.
+    // Were the document written from the main thread, the write would block on
+    // the full pipe and the word could never be given.
+    QTemporaryDir dir;
+    const QString engine = dir.filePath(QStringLiteral("engine"));
+    QFile script(engine);
+    QVERIFY(script.open(QIODevice::WriteOnly));
+    script.write(R"SH(#!/bin/bash
+export LC_ALL=C
+dir="$(dirname "$0")"
+if [ "$1" = configure ]; then
+  IFS= read -r -d '' -N 16384 part
+  printf '%s' "$part" > "$dir/first"
+  touch "$dir/halfway"
+  while [ ! -f "$dir/go" ]; do sleep 0.02; done
+  cat > "$dir/rest"
+fi
+exit 0
+)SH");
+    script.close();
+    script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    TestModel model(AgentModel::Services{AgentRunner(engine), nullptr, nullptr});
+
+    const QStringList folders = longFolders(1000);
+    model.setSources(folders);
+    model.save();
+    QVERIFY(model.busy());
+    QVERIFY(QTest::qWaitFor([&] { return QFile::exists(dir.filePath("halfway")); }, 15000));
+    QVERIFY(model.busy()); // the engine is still reading the document
+    QFile(dir.filePath("go")).open(QIODevice::WriteOnly);
+    QVERIFY(waitForCommands());
+    QCOMPARE(model.notice(), std::optional<QString>(savedMessage));
+
+    QFile first(dir.filePath("first"));
+    QFile rest(dir.filePath("rest"));
+    QVERIFY(first.open(QIODevice::ReadOnly) && rest.open(QIODevice::ReadOnly));
+    const QByteArray received = first.readAll() + rest.readAll();
+    QVERIFY2(received.size() > 200 * 1000, QByteArray::number(received.size()));
+    const std::optional<AgentSettings> settings = AgentDocuments::decodeSettings(received);
+    QVERIFY(settings);
+    QCOMPARE(settings->sources, folders);
 }
 
 QTEST_GUILESS_MAIN(ModelSettingsTest)

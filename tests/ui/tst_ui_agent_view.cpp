@@ -5,6 +5,8 @@
 #include "ElidedLabel.h"
 #include "FakeEngine.h"
 #include "FolderChooser.h"
+#include "FolderRow.h"
+#include "FoldersSection.h"
 #include "Formatting.h"
 #include "MessageCard.h"
 #include "ScreenStates.h"
@@ -19,7 +21,10 @@
 #include <QHash>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
@@ -370,6 +375,61 @@ private slots:
         QCOMPARE(w.model.sources(), QStringList{"/a"});
         QCOMPARE(w.view.findChildren<QToolButton *>("removeFolderButton").size(), 1);
         QCOMPARE(w.count("configure"), 0); // nothing reaches the engine before a save
+    }
+
+    void thousandLongFoldersKeepTheirRows()
+    {
+        QStringList paths;
+        for (int i = 0; i < 1000; ++i) {
+            QString path = QStringLiteral("/home/ann/Projects/%1/").arg(i, 4, 10, QLatin1Char('0'));
+            paths << path + QString(200 - path.size(), QLatin1Char('x'));
+        }
+        Window w;
+        QVERIFY(w.show(enrolledWith(paths)));
+        auto *section = w.find<FoldersSection>("foldersBox");
+        const QList<FolderRow *> rows = section->rows();
+        QCOMPARE(w.view.findChildren<FolderRow *>("folderRow").size(), 1000);
+        QStringList shown;
+        for (ElidedLabel *label : w.view.findChildren<ElidedLabel *>("folderPath"))
+            shown << label->fullText();
+        QCOMPARE(shown, paths);
+        QList<QPointer<FolderRow>> alive;
+        for (FolderRow *row : rows)
+            alive << row;
+
+        // The column scrolls down to the last folder.
+        auto *scroll = w.find<QScrollArea>("agentScroll");
+        QVERIFY(scroll->verticalScrollBar()->maximum() > 0);
+        scroll->ensureWidgetVisible(rows.last()->removeButton());
+        QCoreApplication::processEvents();
+        QVERIFY(!rows.last()->removeButton()->visibleRegion().isEmpty());
+        QVERIFY(rows.first()->removeButton()->visibleRegion().isEmpty());
+
+        // The periodic refresh reads the same document: no row is made again.
+        QSignalSpy statuses(&w.model, &AgentModel::statusChanged);
+        w.view.refreshTick();
+        QTRY_COMPARE(statuses.count(), 1);
+        QCoreApplication::processEvents();
+        QCOMPARE(section->rows(), rows);
+        QCOMPARE(w.view.findChildren<FolderRow *>("folderRow").size(), 1000);
+
+        // Typing a skip pattern leaves the rows alone too.
+        QTest::keyClicks(w.find<QLineEdit>("exclusionsField"), ", build");
+        QCoreApplication::processEvents();
+        QVERIFY(w.model.exclusionText().endsWith(", build"));
+        QCOMPARE(section->rows(), rows);
+
+        // Removing one folder removes its row and only that one.
+        QTest::mouseClick(rows.at(500)->removeButton(), Qt::LeftButton);
+        QCoreApplication::processEvents();
+        QCOMPARE(w.model.sources().size(), 999);
+        QVERIFY(alive.at(500).isNull());
+        QList<FolderRow *> expected = rows;
+        expected.removeAt(500);
+        QCOMPARE(section->rows(), expected);
+        for (qsizetype i = 0; i < alive.size(); ++i)
+            QCOMPARE(alive.at(i).isNull(), i == 500);
+        QCOMPARE(w.view.findChildren<FolderRow *>("folderRow").size(), 999);
     }
 
     void longPathsAreShortenedInTheMiddle()

@@ -1,6 +1,6 @@
 #include "FoldersSection.h"
 
-#include "ElidedLabel.h"
+#include "FolderRow.h"
 #include "Symbols.h"
 #include "WidgetStyle.h"
 #include "WrappedLabel.h"
@@ -12,10 +12,6 @@
 #include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
-
-namespace {
-constexpr QSize symbolSize(16, 16);
-}
 
 FoldersSection::FoldersSection(QWidget *parent)
     : QGroupBox(QStringLiteral("Folders to protect"), parent),
@@ -54,69 +50,65 @@ FoldersSection::FoldersSection(QWidget *parent)
 
 void FoldersSection::setState(const FoldersState &state)
 {
+    // Equal lists that share their data compare at once; after a refresh the
+    // model's list is new, and comparing it costs one pass over the paths.
     const bool rowsChanged = !m_rowsBuilt || state.paths != m_state.paths;
-    m_state = state;
-    m_noFolders->setVisible(state.showNoFolders);
     if (rowsChanged)
-        rebuildRows(state.paths);
+        updateRows(state.paths);
+    m_state = state; // from now on shares the model's list
+    m_noFolders->setVisible(state.showNoFolders);
     m_fullDiskAccess->setVisible(state.fullDiskAccessVisible);
 }
 
 QList<QWidget *> FoldersSection::focusChain() const
 {
     QList<QWidget *> chain;
-    for (QToolButton *remove : m_removeButtons)
-        chain << remove;
+    chain.reserve(m_folderRows.size() + 2);
+    for (FolderRow *row : m_folderRows)
+        chain << row->removeButton();
     chain << m_add << m_fullDiskAccess;
     return chain;
 }
 
-void FoldersSection::rebuildRows(const QStringList &paths)
+void FoldersSection::updateRows(const QStringList &paths)
 {
-    const bool hadFocus = m_rows->isAncestorOf(QApplication::focusWidget());
+    // Only the rows that differ are replaced: the shown list and the new one
+    // usually share a long head and tail (a removed folder, added folders, an
+    // unchanged list), and with a thousand folders rebuilding every row on
+    // each change would hold the window up.
+    const QStringList shown = m_rowsBuilt ? m_state.paths : QStringList();
     m_rowsBuilt = true;
-    while (QLayoutItem *item = m_rowsLayout->takeAt(0)) {
-        delete item->widget();
-        delete item;
+    const qsizetype oldCount = shown.size();
+    const qsizetype newCount = paths.size();
+    qsizetype head = 0;
+    while (head < oldCount && head < newCount && shown.at(head) == paths.at(head))
+        ++head;
+    qsizetype tail = 0;
+    while (tail < oldCount - head && tail < newCount - head &&
+           shown.at(oldCount - 1 - tail) == paths.at(newCount - 1 - tail))
+        ++tail;
+
+    bool removedFocus = false;
+    QWidget *focused = QApplication::focusWidget();
+    for (qsizetype i = oldCount - tail - 1; i >= head; --i) {
+        FolderRow *row = m_folderRows.takeAt(i);
+        removedFocus = removedFocus || row == focused || row->isAncestorOf(focused);
+        m_rowsLayout->removeWidget(row);
+        delete row;
     }
-    m_removeButtons.clear();
-    m_folderIcons.clear();
 
     const QColor blue = colorForRole(ColorRole::Blue, palette());
     const QColor secondary = colorForRole(ColorRole::Secondary, palette());
-    for (const QString &path : paths) {
-        auto *row = new QWidget;
-        row->setObjectName(QStringLiteral("folderRow"));
-        auto *layout = new QHBoxLayout(row);
-        layout->setContentsMargins(0, 0, 0, 0);
-        layout->setSpacing(8);
-        auto *icon = new QLabel;
-        icon->setFixedSize(symbolSize);
-        icon->setPixmap(Symbols::pixmap(Symbol::Folder, blue, symbolSize, devicePixelRatioF()));
-        layout->addWidget(icon);
-        m_folderIcons << icon;
-        auto *label = new ElidedLabel;
-        label->setObjectName(QStringLiteral("folderPath"));
-        label->setFullText(path);
-        layout->addWidget(label, 1);
-        auto *remove = new QToolButton;
-        remove->setObjectName(QStringLiteral("removeFolderButton"));
-        remove->setAutoRaise(true);
-        remove->setIcon(Symbols::icon(Symbol::MinusCircle, secondary, symbolSize));
-        remove->setIconSize(symbolSize);
-        remove->setToolTip(QStringLiteral("Remove folder"));
-        // Said with its folder: a list of identical "Remove folder" buttons
-        // tells a screen reader's user nothing.
-        remove->setAccessibleName(QStringLiteral("Remove folder ") + path);
-        remove->setFocusPolicy(Qt::StrongFocus);
-        connect(remove, &QToolButton::clicked, this, [this, path] { emit removeRequested(path); });
-        layout->addWidget(remove);
-        m_removeButtons << remove;
-        m_rowsLayout->addWidget(row);
+    for (qsizetype i = head; i < newCount - tail; ++i) {
+        auto *row = new FolderRow(paths.at(i));
+        row->setColors(blue, secondary, devicePixelRatioF());
+        connect(row, &FolderRow::removeRequested, this, &FoldersSection::removeRequested);
+        m_rowsLayout->insertWidget(int(i), row);
+        m_folderRows.insert(i, row);
     }
     m_rows->setVisible(!paths.isEmpty());
     emit focusChainChanged();
-    if (hadFocus)
+    if (removedFocus)
         m_add->setFocus(Qt::OtherFocusReason);
 }
 
@@ -132,8 +124,6 @@ void FoldersSection::applyColors()
     const QColor secondary = colorForRole(ColorRole::Secondary, palette());
     WidgetStyle::setTextColor(m_noFolders, secondary);
     const QColor blue = colorForRole(ColorRole::Blue, palette());
-    for (QLabel *icon : std::as_const(m_folderIcons))
-        icon->setPixmap(Symbols::pixmap(Symbol::Folder, blue, symbolSize, devicePixelRatioF()));
-    for (QToolButton *remove : std::as_const(m_removeButtons))
-        remove->setIcon(Symbols::icon(Symbol::MinusCircle, secondary, symbolSize));
+    for (FolderRow *row : std::as_const(m_folderRows))
+        row->setColors(blue, secondary, devicePixelRatioF());
 }

@@ -4,9 +4,9 @@
 
 #include <QGroupBox>
 
+class FolderRow;
 class QLabel;
 class QPushButton;
-class QToolButton;
 class QVBoxLayout;
 
 // "Folders to protect": one row per folder with its remove button, then
@@ -23,6 +23,8 @@ public:
     // Its controls in visual order, for the window's tab order; it changes
     // with the rows (focusChainChanged).
     QList<QWidget *> focusChain() const;
+    // The rows shown, in list order.
+    const QList<FolderRow *> &rows() const { return m_folderRows; }
 
 signals:
     void addRequested();
@@ -34,7 +36,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    void rebuildRows(const QStringList &paths);
+    void updateRows(const QStringList &paths);
     void applyColors();
 
     FoldersState m_state;
@@ -42,8 +44,7 @@ private:
     QLabel *m_noFolders;
     QWidget *m_rows;
     QVBoxLayout *m_rowsLayout;
-    QList<QToolButton *> m_removeButtons;
-    QList<QLabel *> m_folderIcons;
+    QList<FolderRow *> m_folderRows; // parallel to m_state.paths once built
     QPushButton *m_add;
     QPushButton *m_fullDiskAccess;
 };
