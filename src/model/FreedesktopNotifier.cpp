@@ -34,17 +34,42 @@ void FreedesktopNotifier::requestAuthorization()
 void FreedesktopNotifier::post(const QString &title, const QString &body)
 {
     const QString shownBody = TextRules::leftGraphemes(body, bodyCharacterCap);
+    if (m_bodyMarkup) {
+        notify(title, shownBody);
+        return;
+    }
+    // Servers that read markup in the body would interpret the engine's text:
+    // ask once what this one does before the first notification.
+    const QDBusPendingCall pending = m_bus.asyncCall(QDBusMessage::createMethodCall(
+        service, objectPath, interfaceName, QStringLiteral("GetCapabilities")));
+    auto *watcher = new QDBusPendingCallWatcher(pending, this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, title, shownBody](QDBusPendingCallWatcher *finished) {
+                finished->deleteLater();
+                const QDBusMessage reply = finished->reply();
+                if (!m_bodyMarkup && reply.type() == QDBusMessage::ReplyMessage &&
+                    !reply.arguments().isEmpty())
+                    m_bodyMarkup = reply.arguments().constFirst().toStringList().contains(
+                        QStringLiteral("body-markup"));
+                notify(title, shownBody);
+            });
+}
+
+void FreedesktopNotifier::notify(const QString &title, const QString &shownBody)
+{
     QDBusMessage call = QDBusMessage::createMethodCall(service, objectPath, interfaceName,
                                                        QStringLiteral("Notify"));
     const QVariantMap hints{
         {QStringLiteral("sound-name"), soundName},
         {QStringLiteral("desktop-entry"), desktopEntry},
     };
+    // The body is the engine's text: shown as written, never as markup.
+    const QString sentBody = m_bodyMarkup.value_or(false) ? shownBody.toHtmlEscaped() : shownBody;
     call << appName       // app_name
          << uint(0)       // replaces_id: every notification is a new one
          << iconName      // app_icon
          << title         // summary
-         << shownBody     // body
+         << sentBody      // body
          << QStringList() // actions
          << hints         // hints
          << int(-1);      // expire_timeout: the server's default

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 // Desktop notifications through the org.freedesktop.Notifications service.
 // Calls are asynchronous; when the call fails (no service, an error reply)
@@ -31,6 +32,10 @@ public:
     void post(const QString &title, const QString &body) override;
 
 private:
+    void notify(const QString &title, const QString &shownBody);
+
     QDBusConnection m_bus;
     Fallback m_fallback;
+    // Whether the server reads markup in the body; unknown until it has said.
+    std::optional<bool> m_bodyMarkup;
 };

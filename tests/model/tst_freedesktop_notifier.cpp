@@ -37,8 +37,11 @@ class StandInNotifications : public QObject, protected QDBusContext
 public:
     QList<ReceivedCall> calls;
     bool failNext = false;
+    QStringList capabilities;
 
 public slots:
+    QStringList GetCapabilities() { return capabilities; }
+
     uint Notify(const QString &appName, uint replacesId, const QString &appIcon,
                 const QString &summary, const QString &body, const QStringList &actions,
                 const QVariantMap &hints, int expireTimeout)
@@ -67,6 +70,8 @@ private slots:
     void noServiceOnTheBusUsesFallback();
     void noBusAtAllUsesFallback();
     void requestAuthorizationAsksNothing();
+    void engineTextIsNeverMarkupOnAServerThatReadsMarkup();
+    void engineTextIsSentAsItIsToAServerWithoutMarkup();
 
 private:
     std::unique_ptr<StandInNotifications> m_service;
@@ -218,6 +223,29 @@ void FreedesktopNotifierTest::requestAuthorizationAsksNothing()
     QTest::qWait(100);
     QVERIFY(m_service->calls.isEmpty());
     QVERIFY(m_fallbacks.isEmpty());
+}
+
+void FreedesktopNotifierTest::engineTextIsNeverMarkupOnAServerThatReadsMarkup()
+{
+    m_service->calls.clear();
+    m_service->capabilities = {QStringLiteral("body"), QStringLiteral("body-markup")};
+    auto notifier = makeNotifier(QDBusConnection::sessionBus());
+    notifier->post(QStringLiteral("ZQB backup completed"), QStringLiteral("<b>2.0</b> &amp; <i>x"));
+    QTRY_COMPARE(m_service->calls.size(), 1);
+    QCOMPARE(m_service->calls.first().body,
+             QStringLiteral("&lt;b&gt;2.0&lt;/b&gt; &amp;amp; &lt;i&gt;x"));
+    m_service->capabilities.clear();
+}
+
+void FreedesktopNotifierTest::engineTextIsSentAsItIsToAServerWithoutMarkup()
+{
+    m_service->calls.clear();
+    m_service->capabilities = {QStringLiteral("body")};
+    auto notifier = makeNotifier(QDBusConnection::sessionBus());
+    notifier->post(QStringLiteral("ZQB backup completed"), QStringLiteral("<b>2.0</b> &amp;"));
+    QTRY_COMPARE(m_service->calls.size(), 1);
+    QCOMPARE(m_service->calls.first().body, QStringLiteral("<b>2.0</b> &amp;"));
+    m_service->capabilities.clear();
 }
 
 QTEST_GUILESS_MAIN(FreedesktopNotifierTest)
