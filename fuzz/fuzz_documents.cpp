@@ -39,8 +39,7 @@ bool isJson(QByteArrayView bytes)
         std::abort();
     const simdjson::padded_string padded(text.data(), std::size_t(text.size()));
     const simdjson::error_code error = parser.parse(padded).error();
-    return error == simdjson::SUCCESS || error == simdjson::NUMBER_ERROR ||
-           error == simdjson::BIGINT_ERROR;
+    return error == simdjson::SUCCESS || error == simdjson::NUMBER_ERROR;
 }
 
 template <class Record, class Decode>
