@@ -10,7 +10,7 @@ build_packages=(
   dbus dbus-x11 xvfb xauth fonts-dejavu-core
 )
 test_packages=(
-  clang libclang-rt-14-dev libbenchmark-dev libx11-dev
+  clang libclang-rt-14-dev libbenchmark-dev libsimdjson-dev libx11-dev
   dunst libnotify-bin x11-utils xdotool imagemagick
   desktop-file-utils appstream
   dpkg-dev debhelper lintian

@@ -1,6 +1,7 @@
 #include "AgentRunner.h"
 
 #include "AgentPaths.h"
+#include "CloexecPipe.h"
 #include "EngineConfig.h"
 #include "EngineOutput.h"
 
@@ -69,12 +70,12 @@ int aboveStandardStreams(int fd)
     return moved;
 }
 
-// Close-on-exec from birth: concurrent runs on other threads never inherit
+// Close-on-exec before any child can start: concurrent runs on other threads never inherit
 // this run's pipe ends (a stray write end would keep us from seeing EOF).
 bool makePipe(Fd &readEnd, Fd &writeEnd)
 {
     int fds[2];
-    if (pipe2(fds, O_CLOEXEC) != 0)
+    if (!CloexecPipe::create(fds))
         return false;
     readEnd.reset(aboveStandardStreams(fds[0]));
     writeEnd.reset(aboveStandardStreams(fds[1]));
@@ -259,6 +260,7 @@ CommandResult AgentRunner::run(const QStringList &arguments,
             posix_spawn_file_actions_adddup2(&setup.actions, inChildEnd.get(), STDIN_FILENO);
         posix_spawn_file_actions_adddup2(&setup.actions, outChildEnd.get(), STDOUT_FILENO);
         posix_spawn_file_actions_adddup2(&setup.actions, errChildEnd.get(), STDERR_FILENO);
+        const CloexecPipe::SpawnGuard guard;
         if (posix_spawn(&pid, program.constData(), &setup.actions, &setup.attributes,
                         argv.pointers(), envp.pointers()) != 0)
             return failure(couldNotStartMessage);

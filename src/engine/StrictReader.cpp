@@ -2,7 +2,7 @@
 
 #include "RecordFields.h"
 
-#include "StrictJsonParser.h"
+#include <nlohmann/json.hpp>
 
 #include <array>
 #include <cstdint>
@@ -133,8 +133,9 @@ QString toQString(std::string_view text)
     return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
-// Receives the parser's events and fills the records. Returning false stops
-// the parse.
+// Receives the events of nlohmann/json's SAX parser and fills the records.
+// Returning false stops the parse, which then fails. The parser keeps its
+// nesting on the heap, so hostile nesting costs memory, never stack.
 template <class Top> class Handler
 {
 public:
@@ -218,14 +219,14 @@ public:
     }
 
     // A fraction, an exponent, or an integer beyond 64 bits: never an integer.
-    bool number_float()
+    bool number_float(double, const std::string &)
     {
         if (m_ignoreDepth > 0)
             return true;
         return !pendingSlot() && acceptUnknown();
     }
 
-    bool string(std::string_view value)
+    bool string(std::string &value)
     {
         if (m_ignoreDepth > 0)
             return true;
@@ -245,7 +246,15 @@ public:
         return markSeen();
     }
 
-    bool start_object()
+    // The document's bytes carry no binary values.
+    bool binary(nlohmann::json::binary_t &) { return false; }
+
+    bool parse_error(std::size_t, const std::string &, const nlohmann::json::exception &)
+    {
+        return false;
+    }
+
+    bool start_object(std::size_t)
     {
         if (m_ignoreDepth > 0) {
             ++m_ignoreDepth;
@@ -286,7 +295,7 @@ public:
         }
     }
 
-    bool key(std::string_view name)
+    bool key(std::string &name)
     {
         if (m_ignoreDepth > 0)
             return true;
@@ -318,7 +327,7 @@ public:
         return true;
     }
 
-    bool start_array()
+    bool start_array(std::size_t)
     {
         if (m_ignoreDepth > 0) {
             ++m_ignoreDepth;
@@ -426,7 +435,13 @@ template <class Top> bool readTop(QByteArrayView json, Top &record)
     const char *end = begin + json.size();
     if (!begin) // an empty view may have no data at all
         begin = end = "";
-    const bool parsed = StrictJson::Parser<Handler<Top>>(begin, end, handler).parse();
+    // Strict: exactly one value and nothing but whitespace after it; no
+    // comments. The parser checks UTF-8 in every string (keys included),
+    // rejects unpaired surrogate escapes and raw control characters, and
+    // reports integers as signed or unsigned only when they fit 64 bits.
+    const bool parsed =
+        nlohmann::json::sax_parse(begin, end, &handler, nlohmann::json::input_format_t::json,
+                                  /*strict=*/true, /*ignore_comments=*/false);
     return parsed && handler.finished();
 }
 

@@ -99,6 +99,8 @@ private slots:
     void breachesFailTheDocument();
     void duplicateKeysDoNotCrash();
     void documentLongerThanTheOutputCapReadsWhole();
+    void textRulesHoldInIgnoredValues_data();
+    void textRulesHoldInIgnoredValues();
 };
 
 void TestEngineDocuments::settingsWriteByteExact()
@@ -644,6 +646,55 @@ void TestEngineDocuments::duplicateKeysDoNotCrash()
     repeatedList.replace("\"exclusions\": [", "\"exclusions\": [\"a\"], \"exclusions\": [");
     QCOMPARE(AgentDocuments::decodeStatus(repeatedList)->settings.exclusions,
              (QStringList{"*.tmp", "node_modules"}));
+}
+
+void TestEngineDocuments::textRulesHoldInIgnoredValues_data()
+{
+    // Each row adds one member to the full document (null: it is added twice,
+    // the first time as given and then as a valid "agentVersion").
+    QTest::addColumn<QByteArray>("member");
+    QTest::addColumn<bool>("reads");
+    QTest::newRow("plain unknown key") << QByteArray(R"("x": "y")") << true;
+    QTest::newRow("invalid UTF-8 in an unknown key's name") << QByteArray("\"x\xff\": 1") << false;
+    QTest::newRow("invalid UTF-8 in an unknown key's value")
+        << QByteArray("\"x\": [\"\xc0\xaf\"]") << false;
+    QTest::newRow("lone surrogate in an unknown key's value")
+        << QByteArray(R"("x": {"y": "\ud800"})") << false;
+    QTest::newRow("raw NUL in an unknown key's value")
+        << QByteArray("\"x\": \"a\0b\"", 10) << false;
+    QTest::newRow("escaped NUL in an unknown key's value")
+        << QByteArray(R"("x": "a\u0000b")") << true;
+    QTest::newRow("raw NUL between members") << QByteArray("\0\"x\": 1", 7) << false;
+    QTest::newRow("integer beyond 64 bits under an unknown key")
+        << QByteArray(R"("x": 100000000000000000000)") << true;
+    QTest::newRow("large float under an unknown key") << QByteArray(R"("x": -1e300)") << true;
+    // Beyond the range of a double: no reader could keep such a number, so
+    // the document fails even where the value would be ignored.
+    QTest::newRow("float beyond a double under an unknown key")
+        << QByteArray(R"("x": 1e400)") << false;
+    QTest::newRow("integer beyond a double under an unknown key")
+        << QByteArray(R"("x": 1)" + QByteArray(400, '0')) << false;
+    // A repeated key is read every time: a bad first occurrence fails.
+    QTest::newRow("repeated key, first occurrence invalid")
+        << QByteArray(R"("agentVersion": 1, "agentVersion": "1.4.2")") << false;
+    QTest::newRow("repeated key, both valid")
+        << QByteArray(R"("agentVersion": "0", "agentVersion": "1.4.2")") << true;
+}
+
+void TestEngineDocuments::textRulesHoldInIgnoredValues()
+{
+    QFETCH(QByteArray, member);
+    QFETCH(bool, reads);
+    QByteArray document = fullStatus;
+    QVERIFY(document.endsWith('}'));
+    document.chop(1);
+    document += ", " + member + "}";
+    const auto expected = AgentDocuments::decodeStatus(fullStatus);
+    QVERIFY(expected);
+    if (reads)
+        QCOMPARE(AgentDocuments::decodeStatus(document), expected);
+    else
+        QCOMPARE(AgentDocuments::decodeStatus(document), std::nullopt);
 }
 
 void TestEngineDocuments::documentLongerThanTheOutputCapReadsWhole()

@@ -1,5 +1,6 @@
 #include "AgentPaths.h"
 #include "AgentRunner.h"
+#include "CloexecPipe.h"
 
 #include <QCryptographicHash>
 #include <QElapsedTimer>
@@ -154,6 +155,7 @@ private slots:
     void killedBySignalFails();
     void hugeOutputReturnsWithBoundedMemory();
 
+    void pipeEndsAreCloseOnExec();
     void concurrentRunsStayApart();
 };
 
@@ -618,6 +620,32 @@ void TestEngineRunner::hugeOutputReturnsWithBoundedMemory()
     QVERIFY2(growthKib < 20 * 1024, "the runner held far more than it keeps");
 }
 
+namespace {
+
+bool closeOnExec(int fd)
+{
+    const int flags = fcntl(fd, F_GETFD);
+    return flags >= 0 && (flags & FD_CLOEXEC);
+}
+
+} // namespace
+
+void TestEngineRunner::pipeEndsAreCloseOnExec()
+{
+    for (bool portable : {false, true}) {
+        int fds[2] = {-1, -1};
+        QVERIFY(portable ? CloexecPipe::createPortable(fds) : CloexecPipe::create(fds));
+        QVERIFY(closeOnExec(fds[0]));
+        QVERIFY(closeOnExec(fds[1]));
+        QCOMPARE(write(fds[1], "x", 1), ssize_t(1));
+        char c = 0;
+        QCOMPARE(read(fds[0], &c, 1), ssize_t(1));
+        QCOMPARE(c, 'x');
+        ::close(fds[0]);
+        ::close(fds[1]);
+    }
+}
+
 void TestEngineRunner::concurrentRunsStayApart()
 {
     Engines engines;
@@ -631,6 +659,18 @@ void TestEngineRunner::concurrentRunsStayApart()
     std::vector<CommandResult> descriptorResults(runs);
     std::vector<std::thread> threads;
     std::atomic<int> ready{0};
+    // Meanwhile another thread keeps making pipes the portable way (pipe,
+    // then close-on-exec): no engine may ever see one of their ends.
+    std::atomic<bool> runsDone{false};
+    std::thread pipeMaker([&] {
+        while (!runsDone.load()) {
+            int fds[2];
+            if (CloexecPipe::createPortable(fds)) {
+                ::close(fds[0]);
+                ::close(fds[1]);
+            }
+        }
+    });
     for (int i = 0; i < runs; ++i) {
         threads.emplace_back([&, i] {
             ++ready;
@@ -643,6 +683,8 @@ void TestEngineRunner::concurrentRunsStayApart()
     }
     for (std::thread &thread : threads)
         thread.join();
+    runsDone = true;
+    pipeMaker.join();
     for (int i = 0; i < runs; ++i) {
         const QString n = QString::number(i);
         const CommandResult &result = results[size_t(i)];
