@@ -42,6 +42,11 @@ void FreedesktopNotifier::post(const QString &title, const QString &body)
     // ask once what this one does before the first notification.
     const QDBusPendingCall pending = m_bus.asyncCall(QDBusMessage::createMethodCall(
         service, objectPath, interfaceName, QStringLiteral("GetCapabilities")));
+    if (pending.isFinished()) {
+        // No bus to ask: the notification falls back the same way.
+        notify(title, shownBody);
+        return;
+    }
     auto *watcher = new QDBusPendingCallWatcher(pending, this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, title, shownBody](QDBusPendingCallWatcher *finished) {
