@@ -126,7 +126,7 @@ def edit_every_control(window, A):
     metered = "Treat the current network as metered"
     window.toggle("Back up selected folders automatically", want=True)
     window.choose("Run every", "12 hours")
-    window.set_text("text", "Skip patterns", "node_modules, *.tmp, <b>cache</b>")
+    window.set_text("text", "Skip patterns", "node_modules, *.tmp, <b>cache &amp;")
     window.toggle("Pause encrypted transfers", want=True)
     window.choose("Bandwidth limit", "25 Mbps")
     window.toggle(metered, want=True)
@@ -170,7 +170,8 @@ def settings_reach_the_engine(desktop, window, A):
     log("transfer document:", json.dumps(policy))
     check(settings.get("enabled") is True, "schedule not switched on: %r" % settings)
     check(settings.get("intervalMinutes") == 720, "interval not 12 hours: %r" % settings)
-    check(settings.get("exclusions") == ["node_modules", "*.tmp", "<b>cache</b>"],
+    # The app keeps skip patterns sorted and unique, as the engine lists them.
+    check(settings.get("exclusions") == ["*.tmp", "<b>cache &amp;", "node_modules"],
           "skip patterns not as typed: %r" % settings)
     check(policy.get("paused") is True, "transfers not paused: %r" % policy)
     check(policy.get("bandwidthLimitKibPerSecond") == 3200, "bandwidth not 25 Mbps: %r" % policy)
@@ -184,7 +185,7 @@ def settings_reach_the_engine(desktop, window, A):
                     "the saved choices to show after the refresh")
     check(A.checked(window.find("check box", "Pause encrypted transfers")),
           "the pause toggle did not survive the refresh")
-    check(A.text_of(window.find("text", "Skip patterns")) == "node_modules, *.tmp, <b>cache</b>",
+    check(A.text_of(window.find("text", "Skip patterns")) == "*.tmp, <b>cache &amp;, node_modules",
           "the skip patterns did not survive the refresh")
 
 
