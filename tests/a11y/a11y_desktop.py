@@ -229,7 +229,11 @@ class Desktop:
         for name in sorted(os.listdir(self.path("documents"))):
             if name.split("-", 1)[1] == command + ".json":
                 with open(self.path("documents", name), "rb") as f:
-                    found.append(json.loads(f.read()))
+                    try:
+                        found.append(json.loads(f.read()))
+                    except ValueError:
+                        # The engine wrapper is still writing it: not received yet.
+                        break
         return found
 
     def notifications(self):
