@@ -21,7 +21,9 @@
 namespace {
 
 constexpr qsizetype documentLimit = 1024 * 1024;
-constexpr qsizetype settingsSizeLimit = 5000;
+// A thousand folders of long paths fit with room to spare, and the status
+// document that carries them stays within what the app reads.
+constexpr qsizetype settingsSizeLimit = 900'000;
 constexpr qsizetype policySizeLimit = 1000;
 constexpr qsizetype rememberedInvitations = 32;
 

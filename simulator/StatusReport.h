@@ -9,9 +9,9 @@ class SimState;
 // The status document of "ui-status", built from the state files.
 namespace StatusReport {
 
-// The app keeps only the first 8,192 characters of the output; staying under
-// this many bytes keeps the document whole whatever the characters are.
-inline constexpr qsizetype sizeLimit = 8000;
+// The app reads at most 1 MiB of the output; staying under this many bytes
+// keeps the document whole.
+inline constexpr qsizetype sizeLimit = 1'000'000;
 
 inline const QString schema = QStringLiteral("zqb.agent-ui-status.v1");
 

@@ -324,7 +324,7 @@ private slots:
         QTest::newRow("empty pattern") << head + R"("sources":[],"exclusions":[""]})"
                                        << "skip pattern";
         QByteArray many = head + R"("sources":[)";
-        for (int i = 0; i < 60; ++i)
+        for (int i = 0; i < 8000; ++i) // some 970 KB: under 1 MiB, over the settings' limit
             many += (i ? "," : "") + QByteArray("\"/Users/alice/") + QByteArray(100, 'd') +
                     QByteArray::number(i) + '"';
         many += R"(],"exclusions":[]})";
@@ -349,29 +349,26 @@ private slots:
         QCOMPARE(sim.status()->settings.sources, QStringList{QStringLiteral("/kept")});
     }
 
-    void manyLongFoldersKeepStatusShort()
+    void aThousandLongFoldersComeBackWhole()
     {
         SimProcess sim;
         QVERIFY(sim.enroll());
-        // As many long folder paths as the stand-in accepts.
         AgentSettings settings =
             settingsFor({}, {QStringLiteral("*.tmp"), QStringLiteral(".DS_Store")});
-        for (int i = 0;; ++i) {
-            AgentSettings bigger = settings;
-            bigger.sources.append(QStringLiteral("/Users/alice/Projects/") +
-                                  QString(120, QLatin1Char('p')) + QString::number(i));
-            if (!sim.configure(bigger))
-                break;
-            settings = bigger;
+        for (int i = 0; i < 1000; ++i) {
+            const QString path =
+                QStringLiteral("/Users/alice/Projects/%1/").arg(i, 4, 10, QLatin1Char('0'));
+            settings.sources.append(path + QString(200 - path.size(), QLatin1Char('p')));
         }
-        QVERIFY(settings.sources.size() >= 20);
+        QVERIFY(sim.configure(settings));
         QVERIFY(sim.run({QStringLiteral("set-condition"), QStringLiteral("offline")}).succeeded());
         const SimResult result = sim.run({QStringLiteral("ui-status")});
         QVERIFY(result.succeeded());
-        QVERIFY2(result.output.size() < 8192, QByteArray::number(result.output.size()));
+        QVERIFY2(result.output.size() > 200'000, QByteArray::number(result.output.size()));
         const auto status = AgentDocuments::decodeStatus(result.output.trimmed());
         QVERIFY(status);
         QCOMPARE(status->settings.sources, settings.sources);
+        QVERIFY(!status->runtime.lastError);
     }
 
     void handWrittenHugeSettingsStillGiveShortStatus()
@@ -379,7 +376,7 @@ private slots:
         SimProcess sim;
         QVERIFY(sim.status());
         AgentSettings settings = settingsFor({});
-        for (int i = 0; i < 300; ++i)
+        for (int i = 0; i < 6000; ++i) // some 1.3 MB
             settings.sources.append(QStringLiteral("/Volumes/Archive/") +
                                     QString(200, QLatin1Char('x')) + QString::number(i));
         QFile file(sim.statePath(QStringLiteral("settings.json")));
@@ -388,9 +385,10 @@ private slots:
         file.close();
         const SimResult result = sim.run({QStringLiteral("ui-status")});
         QVERIFY(result.succeeded());
-        QVERIFY2(result.output.size() < 8192, QByteArray::number(result.output.size()));
+        QVERIFY2(result.output.size() < 1024 * 1024, QByteArray::number(result.output.size()));
         const auto status = AgentDocuments::decodeStatus(result.output.trimmed());
         QVERIFY(status);
+        QVERIFY(status->settings.sources.size() > 4000);
         QVERIFY(
             status->runtime.lastError.value_or(QString()).contains(QStringLiteral("leaves out")));
     }

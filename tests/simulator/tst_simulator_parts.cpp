@@ -217,7 +217,7 @@ private slots:
         QTemporaryDir dir;
         SimState state(dir.path());
         AgentSettings settings = SimState::defaultSettings();
-        for (int i = 0; i < 200; ++i)
+        for (int i = 0; i < 3000; ++i) // some 1.1 MB
             settings.sources.append(QStringLiteral("/Users/someone/") + QString(180, QChar(u'é')) +
                                     QString::number(i));
         QVERIFY(state.saveSettings(settings, nullptr));
@@ -225,11 +225,12 @@ private slots:
         QVERIFY2(document.size() <= StatusReport::sizeLimit, QByteArray::number(document.size()));
         const auto decoded = AgentDocuments::decodeStatus(document);
         QVERIFY(decoded);
-        QVERIFY(decoded->settings.sources.size() < 200);
+        QVERIFY(decoded->settings.sources.size() < 3000);
+        QVERIFY(decoded->settings.sources.size() > 2000);
         QVERIFY(
             decoded->runtime.lastError.value_or(QString()).contains(QStringLiteral("leaves out")));
         // The stored settings keep every folder.
-        QCOMPARE(state.settings().sources.size(), 200);
+        QCOMPARE(state.settings().sources.size(), 3000);
     }
 
     void statusReportUntouchedWhenShort()
