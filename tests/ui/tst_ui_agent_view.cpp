@@ -387,6 +387,8 @@ private slots:
         Window w;
         QVERIFY(w.show(enrolledWith(paths)));
         auto *section = w.find<FoldersSection>("foldersBox");
+        // The first screenful comes with the first frame, the rest in slices after it.
+        QTRY_VERIFY(section->rowsComplete());
         const QList<FolderRow *> rows = section->rows();
         QCOMPARE(w.view.findChildren<FolderRow *>("folderRow").size(), 1000);
         QStringList shown;
@@ -400,10 +402,20 @@ private slots:
         // The column scrolls down to the last folder.
         auto *scroll = w.find<QScrollArea>("agentScroll");
         QVERIFY(scroll->verticalScrollBar()->maximum() > 0);
-        scroll->ensureWidgetVisible(rows.last()->removeButton());
-        QCoreApplication::processEvents();
-        QVERIFY(!rows.last()->removeButton()->visibleRegion().isEmpty());
+        // (Again until the column's layout has taken in the last slice.)
+        QTRY_VERIFY((scroll->ensureWidgetVisible(rows.last()->removeButton()),
+                     !rows.last()->removeButton()->visibleRegion().isEmpty()));
         QVERIFY(rows.first()->removeButton()->visibleRegion().isEmpty());
+
+        // Tab walks the rows in list order, then on to "Add folders…".
+        QApplication::setActiveWindow(&w.view);
+        rows.at(997)->removeButton()->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), rows.at(998)->removeButton());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), rows.at(999)->removeButton());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("addFoldersButton"));
 
         // The periodic refresh reads the same document: no row is made again.
         QSignalSpy statuses(&w.model, &AgentModel::statusChanged);
@@ -430,6 +442,31 @@ private slots:
         for (qsizetype i = 0; i < alive.size(); ++i)
             QCOMPARE(alive.at(i).isNull(), i == 500);
         QCOMPARE(w.view.findChildren<FolderRow *>("folderRow").size(), 999);
+    }
+
+    void aListChangedWhileItsRowsAreMadeEndsAsTheNewList()
+    {
+        QStringList paths;
+        for (int i = 0; i < 3000; ++i)
+            paths << QStringLiteral("/srv/share/%1").arg(i, 4, 10, QLatin1Char('0'));
+        Window w;
+        QVERIFY(w.show(enrolledWith({"/a"})));
+        auto *section = w.find<FoldersSection>("foldersBox");
+        w.model.setSources(paths);
+        QCoreApplication::processEvents(); // the render and its first slice
+        QVERIFY(section->rows().size() >= 32); // a screenful at once
+        QVERIFY(!section->rowsComplete());
+
+        // Half the list goes, and a folder is added, while rows are still being made.
+        QStringList changed = paths.mid(1500);
+        changed.prepend(QStringLiteral("/home/ann"));
+        w.model.setSources(changed);
+        QTRY_VERIFY(section->rowsComplete());
+        QStringList shown;
+        for (FolderRow *row : section->rows())
+            shown << row->path();
+        QCOMPARE(shown, changed);
+        QCOMPARE(w.view.findChildren<FolderRow *>("folderRow").size(), 1501);
     }
 
     void longPathsAreShortenedInTheMiddle()

@@ -6,10 +6,12 @@
 #include "WrappedLabel.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -18,9 +20,15 @@ FoldersSection::FoldersSection(QWidget *parent)
       m_noFolders(new WrappedLabel(QStringLiteral("No folders selected yet."))),
       m_rows(new QWidget), m_rowsLayout(new QVBoxLayout(m_rows)),
       m_add(new QPushButton(QStringLiteral("Add folders\u2026"))),
-      m_fullDiskAccess(new QPushButton(QStringLiteral("Full Disk Access\u2026")))
+      m_fullDiskAccess(new QPushButton(QStringLiteral("Full Disk Access\u2026"))),
+      m_nextSlice(new QTimer(this))
 {
     setObjectName(QStringLiteral("foldersBox"));
+    // A zero timer, not a queued call: it fires once the window system's
+    // events, paints included, have been handled.
+    m_nextSlice->setSingleShot(true);
+    m_nextSlice->setInterval(0);
+    connect(m_nextSlice, &QTimer::timeout, this, [this] { syncRows(1); });
     auto *column = new QVBoxLayout(this);
     column->setSpacing(8);
     m_noFolders->setObjectName(QStringLiteral("noFolders"));
@@ -48,14 +56,25 @@ FoldersSection::FoldersSection(QWidget *parent)
     applyColors();
 }
 
+namespace {
+
+// Enough rows to fill a tall screen are made at once, so a short list is
+// whole as soon as its state is set; beyond that a slice stops after this
+// long, well inside one frame.
+constexpr qsizetype rowsMadeAtOnce = 32;
+constexpr qint64 sliceNs = 4'000'000;
+
+} // namespace
+
 void FoldersSection::setState(const FoldersState &state)
 {
     // Equal lists that share their data compare at once; after a refresh the
     // model's list is new, and comparing it costs one pass over the paths.
     const bool rowsChanged = !m_rowsBuilt || state.paths != m_state.paths;
-    if (rowsChanged)
-        updateRows(state.paths);
     m_state = state; // from now on shares the model's list
+    m_rowsBuilt = true;
+    if (rowsChanged && !m_nextSlice->isActive())
+        syncRows(rowsMadeAtOnce);
     m_noFolders->setVisible(state.showNoFolders);
     m_fullDiskAccess->setVisible(state.fullDiskAccessVisible);
 }
@@ -70,28 +89,27 @@ QList<QWidget *> FoldersSection::focusChain() const
     return chain;
 }
 
-void FoldersSection::updateRows(const QStringList &paths)
+void FoldersSection::syncRows(qsizetype atLeast)
 {
-    // Only the rows that differ are replaced: the shown list and the new one
-    // usually share a long head and tail (a removed folder, added folders, an
-    // unchanged list), and with a thousand folders rebuilding every row on
-    // each change would hold the window up.
-    const QStringList shown = m_rowsBuilt ? m_state.paths : QStringList();
-    m_rowsBuilt = true;
-    const qsizetype oldCount = shown.size();
+    // Only the rows that differ are replaced: the shown list and the wanted
+    // one usually share a long head and tail (a removed folder, added
+    // folders, an unchanged list, the rows of an earlier slice).
+    const QStringList &paths = m_state.paths;
+    const qsizetype oldCount = m_rowPaths.size();
     const qsizetype newCount = paths.size();
     qsizetype head = 0;
-    while (head < oldCount && head < newCount && shown.at(head) == paths.at(head))
+    while (head < oldCount && head < newCount && m_rowPaths.at(head) == paths.at(head))
         ++head;
     qsizetype tail = 0;
     while (tail < oldCount - head && tail < newCount - head &&
-           shown.at(oldCount - 1 - tail) == paths.at(newCount - 1 - tail))
+           m_rowPaths.at(oldCount - 1 - tail) == paths.at(newCount - 1 - tail))
         ++tail;
 
     bool removedFocus = false;
     QWidget *focused = QApplication::focusWidget();
     for (qsizetype i = oldCount - tail - 1; i >= head; --i) {
         FolderRow *row = m_folderRows.takeAt(i);
+        m_rowPaths.removeAt(i);
         removedFocus = removedFocus || row == focused || row->isAncestorOf(focused);
         m_rowsLayout->removeWidget(row);
         delete row;
@@ -99,15 +117,28 @@ void FoldersSection::updateRows(const QStringList &paths)
 
     const QColor blue = colorForRole(ColorRole::Blue, palette());
     const QColor secondary = colorForRole(ColorRole::Secondary, palette());
-    for (qsizetype i = head; i < newCount - tail; ++i) {
+    QElapsedTimer slice;
+    slice.start();
+    const qsizetype end = newCount - tail;
+    qsizetype i = head;
+    for (; i < end; ++i) {
+        if (i - head >= atLeast && slice.nsecsElapsed() >= sliceNs)
+            break;
         auto *row = new FolderRow(paths.at(i));
         row->setColors(blue, secondary, devicePixelRatioF());
         connect(row, &FolderRow::removeRequested, this, &FoldersSection::removeRequested);
         m_rowsLayout->insertWidget(int(i), row);
         m_folderRows.insert(i, row);
+        m_rowPaths.insert(i, paths.at(i));
     }
     m_rows->setVisible(!paths.isEmpty());
-    emit focusChainChanged();
+    if (i < end) {
+        // The rest after this turn's paint and input; the next slice reads the
+        // wanted list again, so a change meanwhile is simply followed.
+        m_nextSlice->start();
+    } else {
+        emit focusChainChanged();
+    }
     if (removedFocus)
         m_add->setFocus(Qt::OtherFocusReason);
 }
@@ -126,4 +157,9 @@ void FoldersSection::applyColors()
     const QColor blue = colorForRole(ColorRole::Blue, palette());
     for (FolderRow *row : std::as_const(m_folderRows))
         row->setColors(blue, secondary, devicePixelRatioF());
+}
+
+bool FoldersSection::rowsComplete() const
+{
+    return !m_nextSlice->isActive();
 }
