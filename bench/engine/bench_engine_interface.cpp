@@ -3,6 +3,7 @@
 #include "AgentDocuments.h"
 #include "AgentPaths.h"
 #include "AgentRunner.h"
+#include "EngineOutput.h"
 
 #include <QFile>
 
@@ -131,6 +132,50 @@ void decodeStatus(benchmark::State &state)
     state.counters["bytes"] = double(json.size());
 }
 BENCHMARK(decodeStatus);
+
+// The same document protecting a thousand folders of 200 characters: some
+// 220 KB, nearly all of it folder paths.
+QByteArray statusWithThousandLongFolders()
+{
+    std::optional<AgentUIStatus> status = AgentDocuments::decodeStatus(realisticStatus());
+    status->settings.sources.clear();
+    for (int i = 0; i < 1000; ++i) {
+        const QString path = QStringLiteral("/home/ann/Projects/%1/").arg(i, 4, 10, QLatin1Char('0'));
+        status->settings.sources << path + QString(200 - path.size(), QLatin1Char('x'));
+    }
+    return AgentDocuments::encode(*status);
+}
+
+// Per-refresh reading cost with a thousand folders, against decodeStatus.
+void decodeStatusWithThousandLongFolders(benchmark::State &state)
+{
+    const QByteArray json = statusWithThousandLongFolders();
+    if (!AgentDocuments::decodeStatus(json)) {
+        state.SkipWithError("the sample document does not read");
+        return;
+    }
+    for (auto _ : state) {
+        auto status = AgentDocuments::decodeStatus(json);
+        benchmark::DoNotOptimize(status);
+    }
+    state.counters["bytes"] = double(json.size());
+}
+BENCHMARK(decodeStatusWithThousandLongFolders);
+
+// What the runner does with those 220 KB besides reading them: the capped
+// text every result carries, and the whole text the status is read from.
+void outputTextsOfThousandLongFolders(benchmark::State &state)
+{
+    const QByteArray bytes = statusWithThousandLongFolders() + '\n';
+    for (auto _ : state) {
+        QString capped = EngineOutput::decode(bytes, false, 8192);
+        QByteArrayView whole = EngineOutput::wholeText(bytes);
+        benchmark::DoNotOptimize(capped);
+        benchmark::DoNotOptimize(whole);
+    }
+    state.counters["bytes"] = double(bytes.size());
+}
+BENCHMARK(outputTextsOfThousandLongFolders);
 
 void encodeSettingsWith50Folders(benchmark::State &state)
 {

@@ -73,7 +73,17 @@ QString decode(const QByteArray &bytes, bool wasCut, qsizetype characterCap)
     if (!whole.isValidUtf8() || characterCap <= 0)
         return QString();
 
-    // Convert a prefix first. Every cluster holds at least one UTF-16 unit and
+    // Plain ASCII, what engines nearly always print, needs no cluster
+    // analysis (see TextRules::graphemePrefixEnd): convert just the capped
+    // bytes rather than a prefix of many times the cap.
+    const qsizetype checked = qMin(whole.size(), characterCap + 1);
+    qsizetype plain = 0;
+    while (plain < checked && uchar(whole[plain]) < 0x80 && whole[plain] != '\r')
+        ++plain;
+    if (plain == checked)
+        return TextRules::trimmed(toText(whole.first(qMin(whole.size(), characterCap))));
+
+    // Otherwise convert a prefix first. Every cluster holds at least one UTF-16 unit and
     // every three bytes at least one unit, so the prefix nearly always holds
     // the wanted clusters. A boundary before the prefix's end is a boundary of
     // the whole text (a break depends only on what precedes it and the next

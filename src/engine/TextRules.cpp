@@ -52,6 +52,17 @@ char32_t codePointBefore(QStringView text, qsizetype end, qsizetype *length)
 
 qsizetype graphemePrefixEnd(QStringView text, qsizetype count)
 {
+    // ASCII needs no analysis, and engine text is nearly always ASCII: each
+    // character but CR is a cluster of its own as long as the one after it is
+    // ASCII too (only CR LF joins two ASCII characters; the marks that extend
+    // a cluster are all beyond ASCII).
+    const qsizetype checked = qMin(text.size(), count + 1);
+    qsizetype plain = 0;
+    while (plain < checked && text[plain].unicode() < 0x80 && text[plain] != u'\r')
+        ++plain;
+    if (plain == checked)
+        return text.size() >= count ? count : -1;
+
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text.data(), text.size());
     qsizetype position = 0;
     for (qsizetype n = 0; n < count; ++n) {

@@ -16,6 +16,8 @@ private slots:
     void graphemeCount();
     void leftGraphemesKeepsWholeClusters();
     void leftGraphemesOnLongText();
+    void plainAsciiIsCutWhereTheAnalysisWouldCut_data();
+    void plainAsciiIsCutWhereTheAnalysisWouldCut();
     void incompleteTailIsFound_data();
     void incompleteTailIsFound();
     void decodeAppliesCapBeforeTrim();
@@ -126,6 +128,41 @@ void TestEngineTextRules::leftGraphemesOnLongText()
     QCOMPARE(split.size(), 103);
     split += QStringLiteral("\U0001D165") + QString(20, QLatin1Char('z'));
     QCOMPARE(TextRules::leftGraphemes(split, 10), split.left(105));
+}
+
+void TestEngineTextRules::plainAsciiIsCutWhereTheAnalysisWouldCut_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QString>("left");
+    const QString ascii = QString(20, QLatin1Char('a'));
+    QTest::newRow("longer") << ascii << 8 << ascii.left(8);
+    QTest::newRow("exactly as long") << ascii << 20 << ascii;
+    QTest::newRow("shorter") << ascii << 30 << ascii;
+    QTest::newRow("tabs and newlines") << QStringLiteral("a\tb\nc\nd") << 5
+                                       << QStringLiteral("a\tb\nc");
+    // A mark beyond ASCII right after the cut extends the last character kept.
+    QTest::newRow("mark after the cut") << QStringLiteral("abcde\u0301f") << 5
+                                        << QStringLiteral("abcde\u0301");
+    // CR LF is one character.
+    QTest::newRow("CR LF across the cut") << QStringLiteral("abc\r\ndef") << 4
+                                          << QStringLiteral("abc\r\n");
+    QTest::newRow("CR LF after the cut") << QStringLiteral("abcd\r\nef") << 4
+                                         << QStringLiteral("abcd");
+    QTest::newRow("lone CR") << QStringLiteral("ab\rcd") << 3 << QStringLiteral("ab\r");
+}
+
+void TestEngineTextRules::plainAsciiIsCutWhereTheAnalysisWouldCut()
+{
+    QFETCH(QString, text);
+    QFETCH(int, count);
+    QFETCH(QString, left);
+    QCOMPARE(TextRules::leftGraphemes(text, count), left);
+    // The same answer as a cluster-by-cluster count.
+    QCOMPARE(TextRules::graphemeCount(TextRules::leftGraphemes(text, count)),
+             qMin<qsizetype>(count, TextRules::graphemeCount(text)));
+    // And through the engine output path, byte by byte.
+    QCOMPARE(EngineOutput::decode(text.toUtf8(), false, count), TextRules::trimmed(left));
 }
 
 void TestEngineTextRules::incompleteTailIsFound_data()
