@@ -399,6 +399,15 @@ private slots:
         for (FolderRow *row : rows)
             alive << row;
 
+        // One below the other, once the list has been laid out.
+        const auto stacked = [&] {
+            for (qsizetype i = 1; i < rows.size(); ++i)
+                if (rows.at(i)->y() < rows.at(i - 1)->y() + rows.at(i - 1)->height())
+                    return false;
+            return rows.first()->height() > 0;
+        };
+        QTRY_VERIFY(stacked());
+
         // The column scrolls down to the last folder.
         auto *scroll = w.find<QScrollArea>("agentScroll");
         QVERIFY(scroll->verticalScrollBar()->maximum() > 0);

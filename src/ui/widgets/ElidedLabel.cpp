@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QFontMetrics>
+#include <QResizeEvent>
 
 ElidedLabel::ElidedLabel(QWidget *parent) : QLabel(parent)
 {
@@ -36,7 +37,10 @@ QSize ElidedLabel::sizeHint() const
 void ElidedLabel::resizeEvent(QResizeEvent *event)
 {
     QLabel::resizeEvent(event);
-    updateElision();
+    // Only the width decides the shortening; a layout that moves rows or
+    // changes their height (a long list settling) costs no text shaping.
+    if (event->size().width() != event->oldSize().width())
+        updateElision();
 }
 
 void ElidedLabel::changeEvent(QEvent *event)

@@ -121,6 +121,10 @@ void FoldersSection::syncRows(qsizetype atLeast)
     slice.start();
     const qsizetype end = newCount - tail;
     qsizetype i = head;
+    // Showing a row lays out its siblings at once, and a thousand rows shown
+    // one by one would lay out the list a thousand times: the slice's rows
+    // are shown with the layout off, and the list is laid out once after.
+    m_rowsLayout->setEnabled(false);
     for (; i < end; ++i) {
         if (i - head >= atLeast && slice.nsecsElapsed() >= sliceNs)
             break;
@@ -128,9 +132,13 @@ void FoldersSection::syncRows(qsizetype atLeast)
         row->setColors(blue, secondary, devicePixelRatioF());
         connect(row, &FolderRow::removeRequested, this, &FoldersSection::removeRequested);
         m_rowsLayout->insertWidget(int(i), row);
+        if (m_rows->isVisible())
+            row->show();
         m_folderRows.insert(i, row);
         m_rowPaths.insert(i, paths.at(i));
     }
+    m_rowsLayout->setEnabled(true);
+    m_rowsLayout->invalidate();
     m_rows->setVisible(!paths.isEmpty());
     if (i < end) {
         // The rest after this turn's paint and input; the next slice reads the
