@@ -16,6 +16,7 @@ test_packages=(
   dpkg-dev debhelper lintian
   sway grim libwayland-dev libwayland-bin wayland-protocols
   at-spi2-core python3 python3-gi gir1.2-atspi-2.0 util-linux
+  gdb
 )
 
 packages=("${build_packages[@]}")

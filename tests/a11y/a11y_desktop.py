@@ -52,24 +52,11 @@ BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Config
 </busconfig>
 """
 
-DUNST_CONFIG = """[global]
-    monitor = 0
-    follow = none
-    font = DejaVu Sans 10
-    idle_threshold = 0
-    show_indicators = no
-    startup_notification = false
-
-[record_everything]
-    summary = "*"
-    script = {script}
-"""
-
 
 class Desktop:
     def __init__(self, tools):
         """`tools`: paths of the programs the desktop needs (see CMakeLists.txt):
-        app, engine_path, wrapper, engine_sim, sni_host, record_script, launcher."""
+        app, engine_path, wrapper, engine_sim, sni_host, dunstrc, launcher."""
         self.tools = tools
         self.dir = tempfile.mkdtemp(prefix="zqb-a11y-")
         self.processes = []  # (name, Popen), stopped in reverse order
@@ -168,10 +155,7 @@ class Desktop:
         self.env["QT_ACCESSIBILITY"] = "1"
 
     def _start_notifications(self):
-        config = self.path("dunstrc")
-        with open(config, "w") as f:
-            f.write(DUNST_CONFIG.format(script=self.tools["record_script"]))
-        self._spawn("dunst", ["dunst", "-config", config])
+        self._spawn("dunst", ["dunst", "-config", self.tools["dunstrc"]])
         self.wait_for_bus_name("org.freedesktop.Notifications", 20)
 
     def _start_tray(self):

@@ -62,6 +62,25 @@ QString tail(const QString &path)
     return QString::fromUtf8(bytes.right(2000));
 }
 
+// Every thread's stack of a running process, as gdb prints it.
+QString backtraceOf(qint64 pid)
+{
+    QProcess gdb;
+    gdb.setProcessChannelMode(QProcess::MergedChannels);
+    gdb.start(QStringLiteral("gdb"),
+              {QStringLiteral("-batch"), QStringLiteral("-nx"), QStringLiteral("-p"),
+               QString::number(pid), QStringLiteral("-ex"),
+               QStringLiteral("thread apply all bt 30")});
+    if (!gdb.waitForFinished(60000)) {
+        gdb.kill();
+        gdb.waitForFinished(3000);
+        return QStringLiteral("(gdb did not finish)");
+    }
+    const QByteArray out = gdb.readAll();
+    return gdb.exitStatus() == QProcess::NormalExit ? QString::fromUtf8(out.right(12000))
+                                                    : QStringLiteral("(gdb did not run)");
+}
+
 QVariant unwrap(const QVariant &value)
 {
     if (value.canConvert<QDBusVariant>() && value.metaType() == QMetaType::fromType<QDBusVariant>())
@@ -110,27 +129,44 @@ QStringList readShortcut(const QVariant &value)
     return keys;
 }
 
+struct IconPixmap
+{
+    int width = 0;
+    int height = 0;
+    QByteArray argb; // ARGB32 in network byte order
+};
+
+// An a(iiay) array of StatusNotifierItem icon pixmaps, read from where
+// `argument` stands: the icon itself, or the one inside the tooltip.
+QList<IconPixmap> readIconPixmaps(const QDBusArgument &argument)
+{
+    QList<IconPixmap> pixmaps;
+    argument.beginArray();
+    while (!argument.atEnd()) {
+        IconPixmap pixmap;
+        argument.beginStructure();
+        argument >> pixmap.width >> pixmap.height >> pixmap.argb;
+        argument.endStructure();
+        pixmaps << pixmap;
+    }
+    argument.endArray();
+    return pixmaps;
+}
+
 QImage imageFromIconPixmaps(const QVariant &value)
 {
     QImage best;
     if (value.metaType() != QMetaType::fromType<QDBusArgument>())
         return best;
-    const QDBusArgument argument = value.value<QDBusArgument>();
-    argument.beginArray();
-    while (!argument.atEnd()) {
-        int width = 0;
-        int height = 0;
-        QByteArray data;
-        argument.beginStructure();
-        argument >> width >> height >> data;
-        argument.endStructure();
-        if (width <= 0 || height <= 0 || data.size() < qsizetype(width) * height * 4)
+    for (const IconPixmap &pixmap : readIconPixmaps(value.value<QDBusArgument>())) {
+        const int width = pixmap.width;
+        const int height = pixmap.height;
+        if (width <= 0 || height <= 0 || pixmap.argb.size() < qsizetype(width) * height * 4)
             continue;
         if (!best.isNull() && width * height <= best.width() * best.height())
             continue;
-        // Pixels travel as ARGB32 in network byte order.
         QImage image(width, height, QImage::Format_ARGB32);
-        const auto *pixels = reinterpret_cast<const uchar *>(data.constData());
+        const auto *pixels = reinterpret_cast<const uchar *>(pixmap.argb.constData());
         for (int y = 0; y < height; ++y) {
             auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
             for (int x = 0; x < width; ++x)
@@ -138,7 +174,6 @@ QImage imageFromIconPixmaps(const QVariant &value)
         }
         best = image;
     }
-    argument.endArray();
     return best;
 }
 
@@ -161,6 +196,14 @@ E2eSession::~E2eSession()
         qWarning("notifications:\n%s", qPrintable(notifications().join(QLatin1Char('\n'))));
         if (m_app && m_app->state() == QProcess::Running)
             qWarning("window:\n%s", qPrintable(describeWidgets()));
+        if (m_secondLaunch) {
+            qWarning("second launch's standard error:\n%s",
+                     qPrintable(tail(path(QStringLiteral("second.err")))));
+            // A launch that should have handed over and ended: where is it stuck?
+            if (m_secondLaunch->state() == QProcess::Running)
+                qWarning("second launch, still running:\n%s",
+                         qPrintable(backtraceOf(m_secondLaunch->processId())));
+        }
     }
     stop(m_secondLaunch);
     stop(m_app);
@@ -323,22 +366,8 @@ bool E2eSession::startDesktop(QString *why)
         return false;
 
     // A real notification server, recording every notification it shows.
-    const QString dunstrc = path(QStringLiteral("dunstrc"));
-    writeFile(dunstrc, QStringLiteral(R"([global]
-    monitor = 0
-    follow = none
-    font = DejaVu Sans 10
-    idle_threshold = 0
-    show_indicators = no
-    startup_notification = false
-
-[record_everything]
-    summary = "*"
-    script = %1
-)")
-                           .arg(QStringLiteral(ZQB_E2E_RECORD_SCRIPT))
-                           .toUtf8());
-    m_notifications = startProcess(QStringLiteral("dunst"), {QStringLiteral("-config"), dunstrc},
+    m_notifications = startProcess(QStringLiteral("dunst"),
+                                   {QStringLiteral("-config"), QStringLiteral(ZQB_E2E_DUNSTRC)},
                                    QStringLiteral("dunst"));
     if (!waitForBusName(QStringLiteral("org.freedesktop.Notifications"), 15000))
         return fail(QStringLiteral("dunst did not take the notification service: ") +
@@ -735,16 +764,7 @@ QString E2eSession::trayToolTip() const
     QString text;
     argument.beginStructure();
     argument >> iconName;
-    argument.beginArray();
-    while (!argument.atEnd()) {
-        int width = 0;
-        int height = 0;
-        QByteArray data;
-        argument.beginStructure();
-        argument >> width >> height >> data;
-        argument.endStructure();
-    }
-    argument.endArray();
+    readIconPixmaps(argument); // the tooltip's own icon: not what is asked here
     argument >> title >> text;
     argument.endStructure();
     return text.isEmpty() ? title : title + QLatin1Char('\n') + text;
