@@ -73,14 +73,9 @@ QString decode(const QByteArray &bytes, bool wasCut, qsizetype characterCap)
     if (!whole.isValidUtf8() || characterCap <= 0)
         return QString();
 
-    // Plain ASCII, what engines nearly always print, needs no cluster
-    // analysis (see TextRules::graphemePrefixEnd): convert just the capped
-    // bytes rather than a prefix of many times the cap.
-    const qsizetype checked = qMin(whole.size(), characterCap + 1);
-    qsizetype plain = 0;
-    while (plain < checked && uchar(whole[plain]) < 0x80 && whole[plain] != '\r')
-        ++plain;
-    if (plain == checked)
+    // Plain ASCII needs no cluster analysis: convert just the capped bytes
+    // rather than a prefix of many times the cap.
+    if (TextRules::startsWithPlainAscii(whole, characterCap + 1))
         return TextRules::trimmed(toText(whole.first(qMin(whole.size(), characterCap))));
 
     // Otherwise convert a prefix first. Every cluster holds at least one UTF-16 unit and

@@ -48,19 +48,44 @@ char32_t codePointBefore(QStringView text, qsizetype end, qsizetype *length)
     return c.unicode();
 }
 
+uint codeUnit(QChar unit)
+{
+    return unit.unicode();
+}
+
+uint codeUnit(char unit)
+{
+    return uchar(unit);
+}
+
+template <class Text> bool plainAsciiPrefix(Text text, qsizetype count)
+{
+    const qsizetype checked = qMin(text.size(), count);
+    for (qsizetype i = 0; i < checked; ++i) {
+        const uint unit = codeUnit(text[i]);
+        if (unit >= 0x80 || unit == '\r')
+            return false;
+    }
+    return true;
+}
+
 } // namespace
+
+bool startsWithPlainAscii(QStringView text, qsizetype count)
+{
+    return plainAsciiPrefix(text, count);
+}
+
+bool startsWithPlainAscii(QByteArrayView utf8, qsizetype count)
+{
+    return plainAsciiPrefix(utf8, count);
+}
 
 qsizetype graphemePrefixEnd(QStringView text, qsizetype count)
 {
-    // ASCII needs no analysis, and engine text is nearly always ASCII: each
-    // character but CR is a cluster of its own as long as the one after it is
-    // ASCII too (only CR LF joins two ASCII characters; the marks that extend
-    // a cluster are all beyond ASCII).
-    const qsizetype checked = qMin(text.size(), count + 1);
-    qsizetype plain = 0;
-    while (plain < checked && text[plain].unicode() < 0x80 && text[plain] != u'\r')
-        ++plain;
-    if (plain == checked)
+    // The character after the last one counted is checked too: it must not
+    // join the last cluster.
+    if (startsWithPlainAscii(text, count + 1))
         return text.size() >= count ? count : -1;
 
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text.data(), text.size());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArrayView>
 #include <QString>
 #include <QStringView>
 
@@ -19,5 +20,12 @@ QString leftGraphemes(QStringView text, qsizetype count);
 // boundary, so on a prefix of a longer text only a position before the
 // prefix's end is certain to be a boundary of the whole.
 qsizetype graphemePrefixEnd(QStringView text, qsizetype count);
+// Whether the first `count` characters of `text` (all of it when shorter) are
+// ASCII other than CR. Each of them is then a cluster of its own, the last
+// one too when the character after it also passes: only CR LF joins two ASCII
+// characters, and every mark that extends a cluster lies beyond ASCII. Engine
+// text nearly always passes, and needs no cluster analysis.
+bool startsWithPlainAscii(QStringView text, qsizetype count);
+bool startsWithPlainAscii(QByteArrayView utf8, qsizetype count);
 
 } // namespace TextRules
