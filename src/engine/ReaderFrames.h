@@ -29,7 +29,7 @@ enum class Kind : std::uint8_t {
     OptionalProgress,
 };
 
-bool isOptional(Kind kind)
+inline bool isOptional(Kind kind)
 {
     return kind == Kind::OptionalString || kind == Kind::OptionalBool ||
            kind == Kind::OptionalUInt64 || kind == Kind::OptionalProgress;
