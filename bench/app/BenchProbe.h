@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QEvent>
 #include <QFile>
 #include <QObject>
 #include <QString>
@@ -46,6 +47,7 @@ public:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void customEvent(QEvent *event) override;
 
 private slots:
     void statusApplied();
@@ -73,6 +75,7 @@ private:
     QFile m_out;
     QString m_title;
     bool m_titleSeen = false;
+    static constexpr QEvent::Type frameFlushedEvent = QEvent::Type(QEvent::User + 1);
     bool m_firstSeen = false;
     int m_refreshTarget = 1000;
 
