@@ -8,6 +8,7 @@
 #include "WindowActivation.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QApplication>
 #include <QKeySequence>
 #include <QMenu>
@@ -22,10 +23,54 @@ AppDelegate::AppDelegate(QObject *parent)
 
 AppDelegate::~AppDelegate() = default;
 
-void AppDelegate::applicationDidFinishLaunching()
+void AppDelegate::applicationDidFinishLaunching(QWidget *firstFrameOf)
+{
+    if (m_launched)
+        return;
+    m_launched = true;
+
+    // Never removed: the delegate lives as long as the process.
+    NotificationCenter::defaultCenter().observe(
+        statusNotification(), this,
+        [this](const QVariantMap &userInfo) { statusChanged(userInfo); });
+
+    // The window is made after launch; look for it once the event loop turns.
+    QTimer::singleShot(0, this, &AppDelegate::rememberMainWindow);
+
+    if (!firstFrameOf) {
+        putStatusItemInTray();
+        return;
+    }
+    // Registering with the tray host takes a few milliseconds: they come after
+    // the window's first frame rather than before it. A window that is never
+    // drawn (started minimised, or a compositor holding frames back) does not
+    // keep the tray empty for long.
+    m_firstFrameOf = firstFrameOf;
+    firstFrameOf->installEventFilter(this);
+    QTimer::singleShot(firstFrameTimeoutMs, this, &AppDelegate::putStatusItemInTray);
+}
+
+bool AppDelegate::eventFilter(QObject *watched, QEvent *event)
+{
+    // A window closed before its first frame has nothing left to wait for.
+    if (watched == m_firstFrameOf &&
+        (event->type() == QEvent::Paint || event->type() == QEvent::Hide)) {
+        watched->removeEventFilter(this);
+        m_firstFrameOf = nullptr;
+        // Queued: runs once the frame under way has been drawn and flushed.
+        QMetaObject::invokeMethod(this, &AppDelegate::putStatusItemInTray, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void AppDelegate::putStatusItemInTray()
 {
     if (m_statusItem)
         return;
+    if (m_firstFrameOf) {
+        m_firstFrameOf->removeEventFilter(this);
+        m_firstFrameOf = nullptr;
+    }
 
     m_menu = std::make_unique<QMenu>();
     m_menu->addAction(openTitle, this, &AppDelegate::openAgent);
@@ -35,6 +80,7 @@ void AppDelegate::applicationDidFinishLaunching()
     quitAction->setShortcut(quitShortcut());
     quitAction->setMenuRole(QAction::QuitRole);
 
+    // In the look and with the tooltip of the last state heard, if any.
     m_statusItem = std::make_unique<QSystemTrayIcon>();
     m_statusItem->setIcon(statusItemIcon(m_look));
     m_statusItem->setToolTip(m_toolTip);
@@ -45,14 +91,7 @@ void AppDelegate::applicationDidFinishLaunching()
                     applicationShouldHandleReopen(m_mainWindow && m_mainWindow->isVisible());
             });
     m_statusItem->show();
-
-    // Never removed: the delegate lives as long as the process.
-    NotificationCenter::defaultCenter().observe(
-        statusNotification(), this,
-        [this](const QVariantMap &userInfo) { statusChanged(userInfo); });
-
-    // The window is made after launch; look for it once the event loop turns.
-    QTimer::singleShot(0, this, &AppDelegate::rememberMainWindow);
+    emit statusItemInTray();
 }
 
 void AppDelegate::rememberMainWindow()
@@ -106,7 +145,7 @@ void AppDelegate::statusChanged(const QVariantMap &userInfo)
     const QVariant state = userInfo.value(QStringLiteral("state"));
     const bool connected = state.metaType() == QMetaType::fromType<QString>() &&
                            state.toString() == QStringLiteral("connected");
-    if (!m_statusItem)
+    if (!m_launched)
         return;
     applyLook(connected ? Look::Green : Look::Orange);
 
@@ -145,7 +184,8 @@ void AppDelegate::applyLook(Look look)
     m_look = look;
     if (!changed)
         return;
-    m_statusItem->setIcon(statusItemIcon(look));
+    if (m_statusItem)
+        m_statusItem->setIcon(statusItemIcon(look));
     emit lookChanged(look);
 }
 
@@ -155,6 +195,7 @@ void AppDelegate::applyToolTip(const QString &toolTip)
     if (toolTip == m_toolTip)
         return;
     m_toolTip = toolTip;
-    m_statusItem->setToolTip(toolTip);
+    if (m_statusItem)
+        m_statusItem->setToolTip(toolTip);
     emit toolTipChanged(toolTip);
 }

@@ -41,14 +41,19 @@ public:
     explicit AppDelegate(QObject *parent = nullptr);
     ~AppDelegate() override;
 
-    // Puts the status item in the tray, starts following the engine's state and
-    // looks for the main window once the event loop has had one turn.
-    void applicationDidFinishLaunching();
+    // Starts following the engine's state, puts the status item in the tray
+    // and looks for the main window once the event loop has had one turn.
+    // Given the window about to be shown, the item goes into the tray once
+    // that window's first frame is out (or after firstFrameTimeoutMs without
+    // one), in the look of the last state heard meanwhile.
+    void applicationDidFinishLaunching(QWidget *firstFrameOf = nullptr);
+    static constexpr int firstFrameTimeoutMs = 1000;
     // The user launched the running app again (or clicked its tray icon). A
     // launch passes on the activation token it was started with, if any.
     bool applicationShouldHandleReopen(bool hasVisibleWindows, const QString &activationToken = {});
     bool applicationShouldTerminateAfterLastWindowClosed() const { return false; }
 
+    // Null until the item is in the tray (see applicationDidFinishLaunching).
     QSystemTrayIcon *statusItem() const { return m_statusItem.get(); }
     QMenu *statusMenu() const { return m_menu.get(); }
     QWidget *mainWindow() const { return m_mainWindow; }
@@ -72,11 +77,16 @@ public slots:
     void quit();
 
 signals:
+    void statusItemInTray();
     void lookChanged(AppDelegate::Look look);
     // Only when the text changes.
     void toolTipChanged(const QString &toolTip);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
+    void putStatusItemInTray();
     void applyLook(Look look);
     void applyToolTip(const QString &toolTip);
     void bringMainWindowForward(const QString &activationToken);
@@ -85,6 +95,8 @@ private:
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_statusItem;
     QPointer<QWidget> m_mainWindow;
+    QPointer<QWidget> m_firstFrameOf;
+    bool m_launched = false;
     Look m_look = Look::Untinted;
     QString m_toolTip = mainWindowTitle;
     std::function<void()> m_terminate;

@@ -57,12 +57,15 @@ MainWindow &ZQBAgentApplication::mainWindow()
 
 void ZQBAgentApplication::launch(Start start)
 {
-    m_appDelegate->applicationDidFinishLaunching();
     // Made but not shown in the background: an unshown window has no native
     // window and no view yet, and the delegate can still find it by its title.
     MainWindow &window = mainWindow();
-    if (start == Start::Background)
+    if (start == Start::Background) {
+        m_appDelegate->applicationDidFinishLaunching();
         periodicRefresh().start();
-    else
+    } else {
+        // The window's first frame first; the tray item follows it.
+        m_appDelegate->applicationDidFinishLaunching(&window);
         window.show();
+    }
 }

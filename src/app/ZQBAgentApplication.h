@@ -48,8 +48,9 @@ public:
         Background, // start the model and its refresh now; the window stays hidden
     };
 
-    // Start-up: the status item, the window scene, then either the first
-    // showing of the window or a start in the background.
+    // Start-up: the window scene and the status item, then either the first
+    // showing of the window (the item joins the tray after its first frame)
+    // or a start in the background (the item at once).
     void launch(Start start = Start::Window);
 
 private:

@@ -177,6 +177,7 @@ private slots:
         app.launch();
         QCOMPARE(delegate.look(), AppDelegate::Look::Untinted);
         QTRY_COMPARE(delegate.look(), AppDelegate::Look::Green);
+        QTRY_VERIFY(delegate.statusItem()); // in the tray after the window's first frame
         const QImage icon = delegate.statusItem()->icon().pixmap(QSize(32, 32)).toImage();
         QCOMPARE(tintName(icon), QStringLiteral("green"));
         QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("Connected"));
@@ -265,6 +266,7 @@ private slots:
         ZQBAgentApplication &app = makeApp();
         app.launch();
         QTRY_VERIFY(app.model().status().has_value());
+        QTRY_VERIFY(app.appDelegate().statusMenu()); // in the tray after the first frame
         app.mainWindow().hide();
 
         app.appDelegate().statusMenu()->actions()[1]->trigger();
@@ -330,6 +332,7 @@ private slots:
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
         QVERIFY(!window.menuWidget()); // no menu bar, so no File > New Window
+        QTRY_VERIFY(app.appDelegate().statusMenu()); // its menu is a top-level widget too
 
         const int before = QApplication::topLevelWidgets().size();
         QTest::keySequence(&window, QKeySequence::New);

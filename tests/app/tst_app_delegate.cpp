@@ -9,6 +9,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QElapsedTimer>
+#include <QEvent>
 #include <QMenu>
 #include <QPointer>
 #include <QSignalSpy>
@@ -17,6 +19,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 namespace {
@@ -43,6 +46,27 @@ std::unique_ptr<QWidget> makeMainWindow(const QString &title = QStringLiteral("Z
     window->resize(300, 200);
     return window;
 }
+
+// Calls `painted` on each Paint event the widget receives.
+class PaintWatch : public QObject
+{
+public:
+    PaintWatch(QWidget &widget, std::function<void()> painted) : m_painted(std::move(painted))
+    {
+        widget.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            m_painted();
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    std::function<void()> m_painted;
+};
 
 } // namespace
 
@@ -384,6 +408,98 @@ private slots:
         QCOMPARE(delegate.look(), AppDelegate::Look::Untinted);
         delegate.applicationDidFinishLaunching();
         QCOMPARE(delegate.look(), AppDelegate::Look::Untinted);
+    }
+
+    void theItemJoinsTheTrayAfterTheWindowsFirstFrame()
+    {
+        const auto window = makeMainWindow();
+        bool painted = false;
+        bool paintedBeforeTheItem = false;
+        PaintWatch watch(*window, [&painted] { painted = true; });
+        AppDelegate delegate;
+        QSignalSpy inTray(&delegate, &AppDelegate::statusItemInTray);
+        connect(&delegate, &AppDelegate::statusItemInTray, this,
+                [&] { paintedBeforeTheItem = painted; });
+        delegate.applicationDidFinishLaunching(window.get());
+        QVERIFY(!delegate.statusItem());
+
+        // Launched: what is heard before the item exists is not lost.
+        NotificationCenter::defaultCenter().post(
+            statusNotification(), {{"state", QStringLiteral("connected")}});
+        QCOMPARE(delegate.look(), AppDelegate::Look::Green);
+        QCOMPARE(delegate.toolTip(), QStringLiteral("Connected"));
+        QVERIFY(!delegate.statusItem());
+
+        window->show();
+        QTRY_COMPARE(inTray.size(), 1);
+        QVERIFY2(paintedBeforeTheItem, "the window's first frame came first");
+        QVERIFY(delegate.statusItem());
+        QCOMPARE(tintName(trayImage(delegate)), QStringLiteral("green"));
+        QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("Connected"));
+        QCOMPARE(delegate.statusMenu()->actions().size(), 4);
+
+        // Later frames change nothing; later states reach the item itself.
+        window->update();
+        QTest::qWait(50);
+        QCOMPARE(inTray.size(), 1);
+        NotificationCenter::defaultCenter().post(
+            statusNotification(), {{"state", QStringLiteral("backing-up")}});
+        QCOMPARE(tintName(trayImage(delegate)), QStringLiteral("orange"));
+    }
+
+    void aWindowNeverDrawnStillGetsTheItemSoon()
+    {
+        const auto window = makeMainWindow(); // never shown
+        AppDelegate delegate;
+        QSignalSpy inTray(&delegate, &AppDelegate::statusItemInTray);
+        QElapsedTimer clock;
+        clock.start();
+        delegate.applicationDidFinishLaunching(window.get());
+        QTest::qWait(AppDelegate::firstFrameTimeoutMs / 4);
+        QVERIFY(!delegate.statusItem());
+        QTRY_COMPARE_WITH_TIMEOUT(inTray.size(), 1, 4 * AppDelegate::firstFrameTimeoutMs);
+        QVERIFY(clock.elapsed() >= AppDelegate::firstFrameTimeoutMs);
+        QCOMPARE(tintName(trayImage(delegate)), QStringLiteral("grey"));
+        // Shown and drawn afterwards: still one item.
+        window->show();
+        QTest::qWait(100);
+        QCOMPARE(inTray.size(), 1);
+    }
+
+    void aWindowClosedBeforeItsFirstFrameGetsTheItemAtOnce()
+    {
+        const auto window = makeMainWindow();
+        AppDelegate delegate;
+        QSignalSpy inTray(&delegate, &AppDelegate::statusItemInTray);
+        delegate.applicationDidFinishLaunching(window.get());
+        window->show();
+        window->close(); // before any event could draw it
+        QElapsedTimer clock;
+        clock.start();
+        QTRY_COMPARE(inTray.size(), 1);
+        QVERIFY(clock.elapsed() < AppDelegate::firstFrameTimeoutMs);
+    }
+
+    void aWindowGoneBeforeItsFirstFrameStillGetsTheItem()
+    {
+        auto window = makeMainWindow();
+        AppDelegate delegate;
+        QSignalSpy inTray(&delegate, &AppDelegate::statusItemInTray);
+        delegate.applicationDidFinishLaunching(window.get());
+        window.reset();
+        QTRY_COMPARE_WITH_TIMEOUT(inTray.size(), 1, 4 * AppDelegate::firstFrameTimeoutMs);
+        QVERIFY(delegate.statusItem());
+    }
+
+    void launchingTwiceMakesOneItem()
+    {
+        AppDelegate delegate;
+        QSignalSpy inTray(&delegate, &AppDelegate::statusItemInTray);
+        delegate.applicationDidFinishLaunching();
+        QSystemTrayIcon *item = delegate.statusItem();
+        delegate.applicationDidFinishLaunching();
+        QCOMPARE(delegate.statusItem(), item);
+        QCOMPARE(inTray.size(), 1);
     }
 };
 
