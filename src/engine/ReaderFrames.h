@@ -8,6 +8,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <type_traits>
 
 // How the strict reader maps a record's fields to the keys it expects: each
 // record names its fields once (RecordFields), and binding a record fills a
@@ -58,68 +60,52 @@ struct Frame
     int pending = -1; // slot of the current key; -1 for an unknown key
 };
 
+// The kind of slot each field type reads into; a field of any other type
+// does not compile.
+template <class Field> constexpr Kind kindOf()
+{
+    using std::is_same_v, std::optional;
+    if constexpr (is_same_v<Field, QString>)
+        return Kind::String;
+    else if constexpr (is_same_v<Field, optional<QString>>)
+        return Kind::OptionalString;
+    else if constexpr (is_same_v<Field, bool>)
+        return Kind::Bool;
+    else if constexpr (is_same_v<Field, optional<bool>>)
+        return Kind::OptionalBool;
+    else if constexpr (is_same_v<Field, qint64>)
+        return Kind::Int64;
+    else if constexpr (is_same_v<Field, quint64>)
+        return Kind::UInt64;
+    else if constexpr (is_same_v<Field, optional<quint64>>)
+        return Kind::OptionalUInt64;
+    else if constexpr (is_same_v<Field, QStringList>)
+        return Kind::StringList;
+    else if constexpr (is_same_v<Field, AgentSettings>)
+        return Kind::Settings;
+    else if constexpr (is_same_v<Field, TransferPolicy>)
+        return Kind::Policy;
+    else if constexpr (is_same_v<Field, RuntimeStatus>)
+        return Kind::Runtime;
+    else if constexpr (is_same_v<Field, optional<BackupProgressStatus>>)
+        return Kind::OptionalProgress;
+    else
+        static_assert(sizeof(Field) == 0, "no slot kind reads this field type");
+}
+
 // Collects a record's fields into a frame.
 struct Binder
 {
     Frame &frame;
 
-    template <std::size_t N> void add(const char (&key)[N], Kind kind, void *target)
+    template <std::size_t N, class Field> void operator()(const char (&key)[N], Field &field)
     {
+        constexpr Kind kind = kindOf<Field>();
         Slot &slot = frame.fieldSlots[std::size_t(frame.slotCount)];
-        slot = {key, N - 1, kind, target};
+        slot = {key, N - 1, kind, &field};
         if (!isOptional(kind))
             frame.required |= std::uint32_t(1) << frame.slotCount;
         ++frame.slotCount;
-    }
-
-    template <std::size_t N> void operator()(const char (&k)[N], QString &v)
-    {
-        add(k, Kind::String, &v);
-    }
-    template <std::size_t N> void operator()(const char (&k)[N], std::optional<QString> &v)
-    {
-        add(k, Kind::OptionalString, &v);
-    }
-    template <std::size_t N> void operator()(const char (&k)[N], bool &v)
-    {
-        add(k, Kind::Bool, &v);
-    }
-    template <std::size_t N> void operator()(const char (&k)[N], std::optional<bool> &v)
-    {
-        add(k, Kind::OptionalBool, &v);
-    }
-    template <std::size_t N> void operator()(const char (&k)[N], qint64 &v)
-    {
-        add(k, Kind::Int64, &v);
-    }
-    template <std::size_t N> void operator()(const char (&k)[N], quint64 &v)
-    {
-        add(k, Kind::UInt64, &v);
-    }
-    template <std::size_t N> void operator()(const char (&k)[N], std::optional<quint64> &v)
-    {
-        add(k, Kind::OptionalUInt64, &v);
-    }
-    template <std::size_t N> void operator()(const char (&k)[N], QStringList &v)
-    {
-        add(k, Kind::StringList, &v);
-    }
-    template <std::size_t N> void operator()(const char (&k)[N], AgentSettings &v)
-    {
-        add(k, Kind::Settings, &v);
-    }
-    template <std::size_t N> void operator()(const char (&k)[N], TransferPolicy &v)
-    {
-        add(k, Kind::Policy, &v);
-    }
-    template <std::size_t N> void operator()(const char (&k)[N], RuntimeStatus &v)
-    {
-        add(k, Kind::Runtime, &v);
-    }
-    template <std::size_t N>
-    void operator()(const char (&k)[N], std::optional<BackupProgressStatus> &v)
-    {
-        add(k, Kind::OptionalProgress, &v);
     }
 };
 

@@ -95,21 +95,20 @@ void FoldersSection::syncRows(qsizetype atLeast)
     // one usually share a long head and tail (a removed folder, added
     // folders, an unchanged list, the rows of an earlier slice).
     const QStringList &paths = m_state.paths;
-    const qsizetype oldCount = m_rowPaths.size();
+    const qsizetype oldCount = m_folderRows.size();
     const qsizetype newCount = paths.size();
     qsizetype head = 0;
-    while (head < oldCount && head < newCount && m_rowPaths.at(head) == paths.at(head))
+    while (head < oldCount && head < newCount && m_folderRows.at(head)->path() == paths.at(head))
         ++head;
     qsizetype tail = 0;
     while (tail < oldCount - head && tail < newCount - head &&
-           m_rowPaths.at(oldCount - 1 - tail) == paths.at(newCount - 1 - tail))
+           m_folderRows.at(oldCount - 1 - tail)->path() == paths.at(newCount - 1 - tail))
         ++tail;
 
     bool removedFocus = false;
     QWidget *focused = QApplication::focusWidget();
     for (qsizetype i = oldCount - tail - 1; i >= head; --i) {
         FolderRow *row = m_folderRows.takeAt(i);
-        m_rowPaths.removeAt(i);
         removedFocus = removedFocus || row == focused || row->isAncestorOf(focused);
         m_rowsLayout->removeWidget(row);
         delete row;
@@ -135,7 +134,6 @@ void FoldersSection::syncRows(qsizetype atLeast)
         if (m_rows->isVisible())
             row->show();
         m_folderRows.insert(i, row);
-        m_rowPaths.insert(i, paths.at(i));
     }
     m_rowsLayout->setEnabled(true);
     m_rowsLayout->invalidate();

@@ -56,7 +56,6 @@ private:
     QWidget *m_rows;
     QVBoxLayout *m_rowsLayout;
     QList<FolderRow *> m_folderRows;
-    QStringList m_rowPaths; // the path of each row, parallel to m_folderRows
     QPushButton *m_add;
     QPushButton *m_fullDiskAccess;
     QTimer *m_nextSlice;
