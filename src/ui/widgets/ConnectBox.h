@@ -1,8 +1,7 @@
 #pragma once
 
+#include "SectionBox.h"
 #include "SectionStates.h"
-
-#include <QGroupBox>
 
 class QLabel;
 class QLineEdit;
@@ -10,7 +9,7 @@ class QPushButton;
 
 // "Connect this computer": where a person who has not enrolled yet pastes the
 // one-time invitation and enrolls.
-class ConnectBox : public QGroupBox
+class ConnectBox : public SectionBox
 {
     Q_OBJECT
 public:

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "ConnectionState.h"
-
-#include <QGroupBox>
+#include "SectionBox.h"
 
 class QGridLayout;
 class QLabel;
@@ -10,7 +9,7 @@ class QPushButton;
 
 // "Connection and compatibility": one row per fact, the update card while an
 // update is really available, and the connection check button.
-class ConnectionSection : public QGroupBox
+class ConnectionSection : public SectionBox
 {
     Q_OBJECT
 public:

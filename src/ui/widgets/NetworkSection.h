@@ -1,8 +1,7 @@
 #pragma once
 
+#include "SectionBox.h"
 #include "SectionStates.h"
-
-#include <QGroupBox>
 
 class QCheckBox;
 class QComboBox;
@@ -11,7 +10,7 @@ class QLabel;
 // "Network transfer": pausing, the bandwidth limit and the metered-network
 // rule ("Allow backup on metered networks" only applies, and is only
 // enabled, while the current network counts as metered).
-class NetworkSection : public QGroupBox
+class NetworkSection : public SectionBox
 {
     Q_OBJECT
 public:

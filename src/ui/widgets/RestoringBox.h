@@ -1,14 +1,13 @@
 #pragma once
 
+#include "SectionBox.h"
 #include "SectionStates.h"
-
-#include <QGroupBox>
 
 class QLabel;
 
 // "Restoring connection": a spinner and a line while the first status
 // document is read.
-class RestoringBox : public QGroupBox
+class RestoringBox : public SectionBox
 {
     Q_OBJECT
 public:

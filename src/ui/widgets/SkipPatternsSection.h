@@ -1,14 +1,13 @@
 #pragma once
 
+#include "SectionBox.h"
 #include "SectionStates.h"
-
-#include <QGroupBox>
 
 class QLabel;
 class QLineEdit;
 
 // "Skip patterns": the comma-separated names the engine leaves out.
-class SkipPatternsSection : public QGroupBox
+class SkipPatternsSection : public SectionBox
 {
     Q_OBJECT
 public:
