@@ -4,7 +4,6 @@
 #include "LaunchOptions.h"
 #include "MainWindow.h"
 #include "SingleInstance.h"
-#include "Symbols.h"
 #include "WindowActivation.h"
 
 #include <QApplication>
@@ -41,7 +40,6 @@ int runAgentApp(int &argc, char **argv, ZQBAgentApplication::Options options,
     QApplication::setApplicationDisplayName(QStringLiteral("ZQB Agent"));
     QApplication::setApplicationVersion(QStringLiteral(ZQB_APP_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("zqb-agent"));
-    QApplication::setWindowIcon(Symbols::appIcon());
 
     // A start in the background (at login) finds the app already running and
     // leaves it as it is; any other start brings its window forward.

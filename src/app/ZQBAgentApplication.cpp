@@ -6,6 +6,7 @@
 #include "FreedesktopNotifier.h"
 #include "MainWindow.h"
 #include "PeriodicRefresh.h"
+#include "Symbols.h"
 
 #include <QApplication>
 
@@ -60,6 +61,12 @@ void ZQBAgentApplication::launch(Start start)
     // Made but not shown in the background: an unshown window has no native
     // window and no view yet, and the delegate can still find it by its title.
     MainWindow &window = mainWindow();
+    // Drawing the window icon at its five sizes and sending them to the window
+    // system takes a millisecond or more: the icon comes with the tray item,
+    // after the window's first frame.
+    connect(
+        m_appDelegate.get(), &AppDelegate::statusItemInTray, this,
+        [] { QApplication::setWindowIcon(Symbols::appIcon()); }, Qt::SingleShotConnection);
     if (start == Start::Background) {
         m_appDelegate->applicationDidFinishLaunching();
         periodicRefresh().start();

@@ -10,6 +10,7 @@
 #include "AgentView.h"
 #include "FolderChooser.h"
 #include "PeriodicRefresh.h"
+#include "Symbols.h"
 
 #include <QAction>
 #include <QApplication>
@@ -106,6 +107,7 @@ private slots:
     {
         m_engine = std::make_unique<FakeEngine>();
         m_engine->answer(QStringLiteral("ui-status"), statusDocument("setup-required", false));
+        QApplication::setWindowIcon(QIcon()); // what a launch sets, it sets anew
     }
 
     void cleanup()
@@ -181,6 +183,28 @@ private slots:
         const QImage icon = delegate.statusItem()->icon().pixmap(QSize(32, 32)).toImage();
         QCOMPARE(tintName(icon), QStringLiteral("green"));
         QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("Connected"));
+    }
+
+    void theWindowIconComesWithTheTrayItem()
+    {
+        ZQBAgentApplication &app = makeApp();
+        app.launch();
+        MainWindow &window = app.mainWindow();
+        QVERIFY(window.isVisible());
+        QVERIFY(window.windowIcon().isNull()); // nothing drawn for it before the first frame
+        QTRY_VERIFY(app.appDelegate().statusItem());
+        QVERIFY(!window.windowIcon().isNull());
+        QCOMPARE(window.windowIcon().availableSizes(), Symbols::appIcon().availableSizes());
+        QCOMPARE(window.windowIcon().pixmap(32, 32).toImage(),
+                 Symbols::appIcon().pixmap(32, 32).toImage());
+    }
+
+    void aBackgroundStartHasTheWindowIconAtOnce()
+    {
+        ZQBAgentApplication &app = makeApp();
+        app.launch(ZQBAgentApplication::Start::Background);
+        QVERIFY(app.appDelegate().statusItem());
+        QCOMPARE(QApplication::windowIcon().availableSizes(), Symbols::appIcon().availableSizes());
     }
 
     void backgroundStartRefreshesWithTheWindowNeverShown()
