@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPixmap>
+#include <QPixmapCache>
 #include <QStyle>
 #include <QStyleOptionGroupBox>
 #include <qdrawutil.h>
@@ -44,6 +45,7 @@ constexpr int gapBelowTitle = 3;
 // is stretched to any size, as the style stretches its own.
 constexpr int cornerSize = 6;
 constexpr QSize imageSize(2 * cornerSize + 1, 2 * cornerSize + 1);
+const QString frameCacheKey = QStringLiteral("zqb-section-frame");
 
 QImage frameImage()
 {
@@ -98,8 +100,13 @@ void SectionBox::paintEvent(QPaintEvent *event)
     QStyleOptionGroupBox option;
     initStyleOption(&option);
     QPainter painter(this);
-    // Made once: a pixmap belongs to the GUI thread, as does painting a widget.
-    static const QPixmap frame = QPixmap::fromImage(frameImage());
+    // Made once and kept where Qt keeps its own style pixmaps, which it empties
+    // before the application object goes.
+    QPixmap frame;
+    if (!QPixmapCache::find(frameCacheKey, &frame)) {
+        frame = QPixmap::fromImage(frameImage());
+        QPixmapCache::insert(frameCacheKey, frame);
+    }
     // Stretched smoothly, as the style stretches its image: the edges then
     // blend to the same pixels.
     painter.save();
