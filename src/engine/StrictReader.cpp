@@ -317,6 +317,11 @@ private:
 
 template <class Top> bool readTop(QByteArrayView json, Top &record)
 {
+    // nlohmann/json's lexer takes a NUL byte for the end of the input, so a
+    // document followed by one (and anything after it) would read. A raw NUL
+    // is never valid JSON text, in a string or between values.
+    if (json.contains('\0'))
+        return false;
     Handler<Top> handler(record);
     const char *begin = json.data();
     const char *end = begin + json.size();

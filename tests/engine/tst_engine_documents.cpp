@@ -82,6 +82,7 @@ private slots:
     void jsonTextRules_data();
     void jsonTextRules();
     void whitespaceAndByteOrderMark();
+    void aNulByteAnywhereFailsTheDocument();
 
     // Reading the status document.
     void fullDocumentReads();
@@ -383,6 +384,32 @@ void TestEngineDocuments::jsonTextRules()
     QCOMPARE(read.has_value(), !schemaRead.isNull());
     if (read)
         QCOMPARE(read->schema, schemaRead);
+}
+
+void TestEngineDocuments::aNulByteAnywhereFailsTheDocument()
+{
+    // A raw NUL byte is never JSON: not whitespace, and not allowed unescaped
+    // in a string. A document it follows, ends or splits is not read.
+    const QByteArray nul(1, '\0');
+    const QByteArray settings =
+        R"({"schema":"s","enabled":false,"intervalMinutes":1,"sources":["a"],"exclusions":[]})";
+    QVERIFY(AgentDocuments::decodeSettings(settings));
+    QCOMPARE(AgentDocuments::decodeSettings(settings + nul), std::nullopt);
+    QCOMPARE(AgentDocuments::decodeSettings(settings + nul + "garbage"), std::nullopt);
+    QCOMPARE(AgentDocuments::decodeSettings(settings + QByteArray(200, '\0')), std::nullopt);
+    QCOMPARE(AgentDocuments::decodeSettings(settings + " " + nul + " "), std::nullopt);
+    QCOMPARE(AgentDocuments::decodeSettings(
+                 QByteArray(settings).replace("[\"a\"]", "[\"a" + nul + "\"]")),
+             std::nullopt);
+    QCOMPARE(AgentDocuments::decodeSettings(nul + settings), std::nullopt);
+
+    QVERIFY(AgentDocuments::decodeStatus(fullStatus));
+    QCOMPARE(AgentDocuments::decodeStatus(QByteArray(fullStatus) + nul), std::nullopt);
+
+    const auto status = AgentDocuments::decodeStatus(fullStatus);
+    const QByteArray policy = AgentDocuments::encode(status->transferPolicy);
+    QVERIFY(AgentDocuments::decodeTransferPolicy(policy));
+    QCOMPARE(AgentDocuments::decodeTransferPolicy(policy + nul + "}"), std::nullopt);
 }
 
 void TestEngineDocuments::whitespaceAndByteOrderMark()
