@@ -1,340 +1,185 @@
 #include "StrictReader.h"
 
-#include "ReaderFrames.h"
+#include "RecordFields.h"
 
 #include <nlohmann/json.hpp>
 
-#include <array>
 #include <cstdint>
-#include <cstring>
 #include <limits>
-#include <string_view>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace StrictReader {
 namespace {
 
-using namespace Frames;
+using Json = nlohmann::json;
 
-QString toQString(std::string_view text)
+// One overload of readValue per field type: the compiler picks the rule for
+// every field RecordFields lists, and a field type without one does not
+// compile. Each returns false when the JSON value breaks the rule.
+
+bool readValue(const Json &value, QString &field)
 {
-    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+    if (!value.is_string())
+        return false;
+    const std::string &text = value.get_ref<const std::string &>();
+    field = QString::fromUtf8(text.data(), qsizetype(text.size()));
+    return true;
 }
 
-// Receives the events of nlohmann/json's SAX parser and fills the records.
-// Returning false stops the parse, which then fails. The parser keeps its
-// nesting on the heap, so hostile nesting costs memory, never stack.
-template <class Top> class Handler
+bool readValue(const Json &value, bool &field)
 {
-public:
-    explicit Handler(Top &top) : m_top(top) {}
-
-    bool finished() const { return m_finished; }
-
-    bool null()
-    {
-        if (m_ignoreDepth > 0)
-            return true;
-        Slot *slot = pendingSlot();
-        if (!slot)
-            return acceptUnknown();
-        switch (slot->kind) {
-        case Kind::OptionalString:
-            static_cast<std::optional<QString> *>(slot->target)->reset();
-            break;
-        case Kind::OptionalBool:
-            static_cast<std::optional<bool> *>(slot->target)->reset();
-            break;
-        case Kind::OptionalUInt64:
-            static_cast<std::optional<quint64> *>(slot->target)->reset();
-            break;
-        case Kind::OptionalProgress:
-            static_cast<std::optional<BackupProgressStatus> *>(slot->target)->reset();
-            break;
-        default:
-            return false;
-        }
-        return markSeen();
-    }
-
-    bool boolean(bool value)
-    {
-        if (m_ignoreDepth > 0)
-            return true;
-        Slot *slot = pendingSlot();
-        if (!slot)
-            return acceptUnknown();
-        if (slot->kind == Kind::Bool)
-            *static_cast<bool *>(slot->target) = value;
-        else if (slot->kind == Kind::OptionalBool)
-            *static_cast<std::optional<bool> *>(slot->target) = value;
-        else
-            return false;
-        return markSeen();
-    }
-
-    bool number_integer(std::int64_t value)
-    {
-        if (m_ignoreDepth > 0)
-            return true;
-        Slot *slot = pendingSlot();
-        if (!slot)
-            return acceptUnknown();
-        if (slot->kind == Kind::Int64) {
-            *static_cast<qint64 *>(slot->target) = value;
-            return markSeen();
-        }
-        // The parser reports only negative numbers (and -0) here.
-        if (value < 0)
-            return false;
-        return setUnsigned(*slot, quint64(value));
-    }
-
-    bool number_unsigned(std::uint64_t value)
-    {
-        if (m_ignoreDepth > 0)
-            return true;
-        Slot *slot = pendingSlot();
-        if (!slot)
-            return acceptUnknown();
-        if (slot->kind == Kind::Int64) {
-            if (value > quint64(std::numeric_limits<qint64>::max()))
-                return false;
-            *static_cast<qint64 *>(slot->target) = qint64(value);
-            return markSeen();
-        }
-        return setUnsigned(*slot, value);
-    }
-
-    // A fraction, an exponent, or an integer beyond 64 bits: never an integer.
-    bool number_float(double, const std::string &)
-    {
-        if (m_ignoreDepth > 0)
-            return true;
-        return !pendingSlot() && acceptUnknown();
-    }
-
-    bool string(std::string &value)
-    {
-        if (m_ignoreDepth > 0)
-            return true;
-        if (m_depth > 0 && frame().isList) {
-            frame().list->append(toQString(value));
-            return true;
-        }
-        Slot *slot = pendingSlot();
-        if (!slot)
-            return acceptUnknown();
-        if (slot->kind == Kind::String)
-            *static_cast<QString *>(slot->target) = toQString(value);
-        else if (slot->kind == Kind::OptionalString)
-            *static_cast<std::optional<QString> *>(slot->target) = toQString(value);
-        else
-            return false;
-        return markSeen();
-    }
-
-    // The document's bytes carry no binary values.
-    bool binary(nlohmann::json::binary_t &) { return false; }
-
-    bool parse_error(std::size_t, const std::string &, const nlohmann::json::exception &)
-    {
+    if (!value.is_boolean())
         return false;
-    }
+    field = value.get<bool>();
+    return true;
+}
 
-    bool start_object(std::size_t)
-    {
-        if (m_ignoreDepth > 0) {
-            ++m_ignoreDepth;
-            return true;
-        }
-        if (m_depth == 0) {
-            if (m_finished)
-                return false;
-            m_top = Top();
-            bind(push(), m_top);
-            return true;
-        }
-        Slot *slot = pendingSlot();
-        if (!slot) {
-            if (!acceptUnknown())
-                return false;
-            m_ignoreDepth = 1;
-            return true;
-        }
-        // A repeated key starts its record afresh: the last occurrence counts.
-        switch (slot->kind) {
-        case Kind::Settings:
-            return openRecord<AgentSettings>(*slot);
-        case Kind::Policy:
-            return openRecord<TransferPolicy>(*slot);
-        case Kind::Runtime:
-            return openRecord<RuntimeStatus>(*slot);
-        case Kind::OptionalProgress: {
-            if (!markSeen())
-                return false;
-            auto &progress = *static_cast<std::optional<BackupProgressStatus> *>(slot->target);
-            progress.emplace();
-            bind(push(), *progress);
-            return true;
-        }
-        default:
+// The parser keeps a number without fraction or exponent that fits 64 bits as
+// unsigned when it has no minus sign and as signed when it has one; any other
+// number is a float, which no integer field takes.
+bool readValue(const Json &value, qint64 &field)
+{
+    if (value.is_number_unsigned()) {
+        const auto number = value.get<std::uint64_t>();
+        if (number > std::uint64_t(std::numeric_limits<qint64>::max()))
             return false;
-        }
-    }
-
-    bool key(std::string &name)
-    {
-        if (m_ignoreDepth > 0)
-            return true;
-        Frame &current = frame();
-        current.pending = -1;
-        for (int i = 0; i < current.slotCount; ++i) {
-            const Slot &slot = current.fieldSlots[std::size_t(i)];
-            if (slot.keyLength == name.size() &&
-                std::memcmp(slot.key, name.data(), name.size()) == 0) {
-                current.pending = i;
-                break;
-            }
-        }
+        field = qint64(number);
         return true;
     }
+    if (!value.is_number_integer())
+        return false;
+    field = value.get<std::int64_t>();
+    return true;
+}
 
-    bool end_object()
-    {
-        if (m_ignoreDepth > 0) {
-            --m_ignoreDepth;
-            return true;
-        }
-        const Frame &current = frame();
-        if ((current.seen & current.required) != current.required)
-            return false;
-        --m_depth;
-        if (m_depth == 0)
-            m_finished = true;
+bool readValue(const Json &value, quint64 &field)
+{
+    if (value.is_number_unsigned()) {
+        field = value.get<std::uint64_t>();
         return true;
     }
+    // -0 is the one signed number that is not negative.
+    if (!value.is_number_integer() || value.get<std::int64_t>() != 0)
+        return false;
+    field = 0;
+    return true;
+}
 
-    bool start_array(std::size_t)
-    {
-        if (m_ignoreDepth > 0) {
-            ++m_ignoreDepth;
-            return true;
-        }
-        if (m_depth == 0 || frame().isList)
+bool readValue(const Json &value, QStringList &field)
+{
+    if (!value.is_array())
+        return false;
+    field.clear();
+    field.reserve(qsizetype(value.size()));
+    for (const Json &member : value) {
+        if (!readValue(member, field.emplace_back()))
             return false;
-        Slot *slot = pendingSlot();
-        if (!slot) {
-            m_ignoreDepth = 1;
-            return true;
-        }
-        if (slot->kind != Kind::StringList || !markSeen())
-            return false;
-        auto *list = static_cast<QStringList *>(slot->target);
-        list->clear();
-        Frame &listFrame = push();
-        listFrame = Frame();
-        listFrame.isList = true;
-        listFrame.list = list;
-        return true;
     }
+    return true;
+}
 
-    bool end_array()
-    {
-        if (m_ignoreDepth > 0) {
-            --m_ignoreDepth;
-            return true;
-        }
-        --m_depth;
-        return true;
-    }
-
-private:
-    template <class Record> bool openRecord(Slot &slot)
-    {
-        if (!markSeen())
-            return false;
-        auto &record = *static_cast<Record *>(slot.target);
-        record = Record();
-        bind(push(), record);
-        return true;
-    }
-
-    Frame &frame() { return m_frames[std::size_t(m_depth - 1)]; }
-
-    Frame &push()
-    {
-        // Records nest at most three deep, plus one list; nothing else opens a
-        // frame, so this bound holds for any input.
-        Q_ASSERT(m_depth < int(m_frames.size()));
-        return m_frames[std::size_t(m_depth++)];
-    }
-
-    // The slot the current value belongs to; null for an unknown key, and
-    // for a value outside any record (the top level must be an object).
-    Slot *pendingSlot()
-    {
-        if (m_depth == 0)
-            return nullptr;
-        Frame &current = frame();
-        if (current.isList || current.pending < 0)
-            return nullptr;
-        return &current.fieldSlots[std::size_t(current.pending)];
-    }
-
-    // A value that belongs to no field: fine under an unknown key; a breach
-    // at the top level or as a list member.
-    bool acceptUnknown()
-    {
-        if (m_depth == 0)
-            return false;
-        return !frame().isList;
-    }
-
-    bool markSeen()
-    {
-        Frame &current = frame();
-        current.seen |= std::uint32_t(1) << current.pending;
-        return true;
-    }
-
-    bool setUnsigned(Slot &slot, quint64 value)
-    {
-        if (slot.kind == Kind::UInt64)
-            *static_cast<quint64 *>(slot.target) = value;
-        else if (slot.kind == Kind::OptionalUInt64)
-            *static_cast<std::optional<quint64> *>(slot.target) = value;
-        else
-            return false;
-        return markSeen();
-    }
-
-    Top &m_top;
-    std::array<Frame, 4> m_frames;
-    int m_depth = 0;
-    int m_ignoreDepth = 0;
-    bool m_finished = false;
+// A type is a record when RecordFields lists its fields.
+struct AnyVisitor
+{
+    template <class Field> void operator()(const char *, Field &) const {}
+};
+template <class T>
+concept Record = requires(T &record)
+{
+    RecordFields::forEach(record, AnyVisitor());
 };
 
-template <class Top> bool readTop(QByteArrayView json, Top &record)
+template <Record R> bool readValue(const Json &value, R &record);
+
+// Null means absent, as a missing key does.
+template <class T> bool readValue(const Json &value, std::optional<T> &field)
 {
-    // nlohmann/json's lexer takes a NUL byte for the end of the input, so a
-    // document followed by one (and anything after it) would read. A raw NUL
-    // is never valid JSON text, in a string or between values.
-    if (json.contains('\0'))
+    if (value.is_null()) {
+        field.reset();
+        return true;
+    }
+    return readValue(value, field.emplace());
+}
+
+template <class T> constexpr bool isOptional = false;
+template <class T> constexpr bool isOptional<std::optional<T>> = true;
+
+// Reads each field of a record from the object's member of the same key;
+// members the record does not know are never looked at.
+struct FieldReader
+{
+    const Json &object;
+    bool ok = true;
+
+    template <class Field> void operator()(const char *key, Field &field)
+    {
+        if (!ok)
+            return;
+        const auto member = object.find(key);
+        if (member != object.end())
+            ok = readValue(*member, field);
+        else if constexpr (isOptional<Field>)
+            field.reset();
+        else
+            ok = false;
+    }
+};
+
+template <Record R> bool readValue(const Json &value, R &record)
+{
+    if (!value.is_object())
         return false;
-    Handler<Top> handler(record);
+    FieldReader reader{value};
+    RecordFields::forEach(record, reader);
+    return reader.ok;
+}
+
+// Parses the whole text: exactly one value, nothing but whitespace after it,
+// no comments. The parser checks UTF-8 in every string (keys and ignored
+// values included), rejects unpaired surrogate escapes, raw control
+// characters and numbers beyond a double, and keeps its nesting on the heap,
+// so hostile nesting costs memory, never stack.
+std::optional<Json> parse(QByteArrayView json)
+{
+    // The lexer takes a NUL byte for the end of the input, so a document
+    // followed by one (and anything after it) would read. A raw NUL is never
+    // valid JSON text, in a string or between values.
+    if (json.contains('\0'))
+        return std::nullopt;
     const char *begin = json.data();
     const char *end = begin + json.size();
     if (!begin) // an empty view may have no data at all
         begin = end = "";
-    // Strict: exactly one value and nothing but whitespace after it; no
-    // comments. The parser checks UTF-8 in every string (keys included),
-    // rejects unpaired surrogate escapes and raw control characters, and
-    // reports integers as signed or unsigned only when they fit 64 bits.
-    const bool parsed =
-        nlohmann::json::sax_parse(begin, end, &handler, nlohmann::json::input_format_t::json,
-                                  /*strict=*/true, /*ignore_comments=*/false);
-    return parsed && handler.finished();
+
+    // An object keeps only the last of a repeated key; counting the keys read
+    // into each object tells whether one was repeated.
+    std::vector<std::size_t> keysRead;
+    bool repeatedKey = false;
+    const auto countKeys = [&](int, Json::parse_event_t event, Json &parsed) {
+        if (event == Json::parse_event_t::object_start) {
+            keysRead.push_back(0);
+        } else if (event == Json::parse_event_t::key) {
+            ++keysRead.back();
+        } else if (event == Json::parse_event_t::object_end) {
+            repeatedKey = repeatedKey || keysRead.back() != parsed.size();
+            keysRead.pop_back();
+        }
+        return true;
+    };
+    Json document = Json::parse(begin, end, countKeys, /*allow_exceptions=*/false,
+                                /*ignore_comments=*/false);
+    if (document.is_discarded() || repeatedKey)
+        return std::nullopt;
+    return document;
+}
+
+template <class Top> bool readTop(QByteArrayView json, Top &record)
+{
+    const std::optional<Json> document = parse(json);
+    record = Top();
+    return document && readValue(*document, record);
 }
 
 } // namespace

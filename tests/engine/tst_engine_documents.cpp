@@ -98,7 +98,7 @@ private slots:
     void requiredKeysAreRequired();
     void breachesFailTheDocument_data();
     void breachesFailTheDocument();
-    void duplicateKeysDoNotCrash();
+    void aRepeatedKeyFailsTheDocument();
     void documentLongerThanTheOutputCapReadsWhole();
     void textRulesHoldInIgnoredValues_data();
     void textRulesHoldInIgnoredValues();
@@ -653,26 +653,35 @@ void TestEngineDocuments::breachesFailTheDocument()
     QVERIFY(AgentDocuments::decodeStatus(fullStatus)); // the control still reads
 }
 
-void TestEngineDocuments::duplicateKeysDoNotCrash()
+void TestEngineDocuments::aRepeatedKeyFailsTheDocument()
 {
+    // Which occurrence of a repeated key counts is anyone's guess, so none
+    // does: the document fails, at every level, whatever the values.
     QByteArray document = fullStatus;
     document.chop(1);
-    // The last occurrence of a repeated key counts.
     document +=
         R"(,"agentVersion":"9.9","runtime":{"state":"paused","message":"m","enrolled":false,)"
         R"("repositoryReady":false,"serviceReachable":false,"authorizedTargets":0,)"
         R"("agentUpdateAvailable":false,"compatibility":"c","active":false}})";
-    const auto status = AgentDocuments::decodeStatus(document);
-    QVERIFY(status);
-    QCOMPARE(status->agentVersion, QStringLiteral("9.9"));
-    QCOMPARE(status->runtime.state, QStringLiteral("paused"));
-    QCOMPARE(status->runtime.backupProgress, std::nullopt);
-    QCOMPARE(status->runtime.lastError, std::nullopt);
+    QCOMPARE(AgentDocuments::decodeStatus(document), std::nullopt);
 
     QByteArray repeatedList = fullStatus;
     repeatedList.replace("\"exclusions\": [", "\"exclusions\": [\"a\"], \"exclusions\": [");
-    QCOMPARE(AgentDocuments::decodeStatus(repeatedList)->settings.exclusions,
-             (QStringList{"*.tmp", "node_modules"}));
+    QCOMPARE(AgentDocuments::decodeStatus(repeatedList), std::nullopt);
+
+    QByteArray repeatedInProgress = fullStatus;
+    repeatedInProgress.replace("\"elapsedSeconds\": 754",
+                               "\"elapsedSeconds\": 754, \"elapsedSeconds\": 754");
+    QCOMPARE(AgentDocuments::decodeStatus(repeatedInProgress), std::nullopt);
+
+    // Under an unknown key too, and the same key in two objects is no repeat.
+    QByteArray repeatedUnknown = fullStatus;
+    repeatedUnknown.chop(1);
+    QVERIFY(AgentDocuments::decodeStatus(repeatedUnknown + R"(,"x":{"a":1},"y":{"a":1}})"));
+    QCOMPARE(AgentDocuments::decodeStatus(repeatedUnknown + R"(,"x":{"a":1,"a":1}})"),
+             std::nullopt);
+    QCOMPARE(AgentDocuments::decodeStatus(repeatedUnknown + R"(,"x":[{"b":[{"a":1,"a":2}]}]})"),
+             std::nullopt);
 }
 
 void TestEngineDocuments::textRulesHoldInIgnoredValues_data()
@@ -701,11 +710,11 @@ void TestEngineDocuments::textRulesHoldInIgnoredValues_data()
         << QByteArray(R"("x": 1e400)") << false;
     QTest::newRow("integer beyond a double under an unknown key")
         << QByteArray(R"("x": 1)" + QByteArray(400, '0')) << false;
-    // A repeated key is read every time: a bad first occurrence fails.
+    // A repeated key fails, whether or not both occurrences are valid.
     QTest::newRow("repeated key, first occurrence invalid")
         << QByteArray(R"("agentVersion": 1, "agentVersion": "1.4.2")") << false;
     QTest::newRow("repeated key, both valid")
-        << QByteArray(R"("agentVersion": "0", "agentVersion": "1.4.2")") << true;
+        << QByteArray(R"("agentVersion": "0", "agentVersion": "1.4.2")") << false;
 }
 
 void TestEngineDocuments::textRulesHoldInIgnoredValues()
