@@ -4,7 +4,6 @@
 #include "DotWidget.h"
 #include "LineLabel.h"
 #include "MessageCard.h"
-#include "SectionBox.h"
 #include "StatusBadge.h"
 #include "Symbols.h"
 #include "UiTestSupport.h"
@@ -13,17 +12,14 @@
 
 #include <QApplication>
 #include <QFileDialog>
-#include <QGroupBox>
 #include <QLabel>
 #include <QListView>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QStyleFactory>
 #include <QTest>
 #include <QToolButton>
 #include <QTreeView>
-#include <QVBoxLayout>
 
 #include <memory>
 
@@ -53,25 +49,6 @@ class TestUiWidgets : public QObject
         p.elapsedSeconds = 61;
         r.backupProgress = p;
         return r;
-    }
-
-    // A group box of either kind with one line of content, drawn under `style`.
-    template <typename Box>
-    static QImage drawnGroup(QStyle *style, const QString &title, bool checkable, bool dark)
-    {
-        Box box(title);
-        box.setStyle(style);
-        box.setCheckable(checkable);
-        if (dark) {
-            QPalette palette = style->standardPalette();
-            palette.setColor(QPalette::Window, QColor(0x2d, 0x2d, 0x2d));
-            palette.setColor(QPalette::WindowText, QColor(0xee, 0xee, 0xee));
-            box.setPalette(palette);
-        }
-        auto *column = new QVBoxLayout(&box);
-        column->addWidget(new QLabel(QStringLiteral("Contents")));
-        box.resize(320, 120);
-        return box.grab().toImage().convertToFormat(QImage::Format_ARGB32);
     }
 
 private slots:
@@ -390,40 +367,6 @@ private slots:
         // Drawn once per size, then kept.
         QCOMPARE(icon.pixmap(48, 48).cacheKey(), icon.pixmap(48, 48).cacheKey());
         QVERIFY(!icon.pixmap(QSize(48, 48), QIcon::Disabled).isNull());
-    }
-
-    void sectionFrameLooksLikeTheDefaultStyles_data()
-    {
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<bool>("checkable");
-        QTest::addColumn<bool>("dark");
-        QTest::newRow("titled") << QStringLiteral("Folders to protect") << false << false;
-        QTest::newRow("titled, dark") << QStringLiteral("Network transfer") << false << true;
-        QTest::newRow("untitled") << QString() << false << false;
-        QTest::newRow("checkable") << QStringLiteral("Skip patterns") << true << false;
-    }
-
-    void sectionFrameLooksLikeTheDefaultStyles()
-    {
-        QFETCH(QString, title);
-        QFETCH(bool, checkable);
-        QFETCH(bool, dark);
-        const std::unique_ptr<QStyle> fusion(QStyleFactory::create(QStringLiteral("Fusion")));
-        QVERIFY(fusion);
-        const QImage own = drawnGroup<QGroupBox>(fusion.get(), title, checkable, dark);
-        const QImage section = drawnGroup<SectionBox>(fusion.get(), title, checkable, dark);
-        QCOMPARE(section.size(), own.size());
-        // Same place, same title, same pixels.
-        QCOMPARE(section, own);
-    }
-
-    void sectionIsAPlainGroupBoxUnderOtherStyles()
-    {
-        const std::unique_ptr<QStyle> windows(QStyleFactory::create(QStringLiteral("Windows")));
-        QVERIFY(windows);
-        const QString title = QStringLiteral("Automatic protection");
-        QCOMPARE(drawnGroup<SectionBox>(windows.get(), title, false, false),
-                 drawnGroup<QGroupBox>(windows.get(), title, false, false));
     }
 
     void folderChooserSettings()

@@ -11,7 +11,7 @@
 #include <QVBoxLayout>
 
 ConnectBox::ConnectBox(QWidget *parent)
-    : SectionBox(parent), m_text(new WrappedLabel), m_invitation(new QLineEdit),
+    : QGroupBox(parent), m_text(new WrappedLabel), m_invitation(new QLineEdit),
       m_enroll(new QPushButton)
 {
     setObjectName(QStringLiteral("connectBox"));
@@ -66,7 +66,7 @@ QList<QWidget *> ConnectBox::focusChain() const
 
 void ConnectBox::changeEvent(QEvent *event)
 {
-    SectionBox::changeEvent(event);
+    QGroupBox::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         applyColors();
 }

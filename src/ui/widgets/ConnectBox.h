@@ -1,7 +1,8 @@
 #pragma once
 
-#include "SectionBox.h"
 #include "SectionStates.h"
+
+#include <QGroupBox>
 
 class QLabel;
 class QLineEdit;
@@ -9,7 +10,7 @@ class QPushButton;
 
 // "Connect this computer": where a person who has not enrolled yet pastes the
 // one-time invitation and enrolls.
-class ConnectBox : public SectionBox
+class ConnectBox : public QGroupBox
 {
     Q_OBJECT
 public:

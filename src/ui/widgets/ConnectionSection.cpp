@@ -16,7 +16,7 @@ constexpr int rowCount = 9;
 }
 
 ConnectionSection::ConnectionSection(QWidget *parent)
-    : SectionBox(QStringLiteral("Connection and compatibility"), parent), m_grid(new QGridLayout),
+    : QGroupBox(QStringLiteral("Connection and compatibility"), parent), m_grid(new QGridLayout),
       m_updateCard(new QWidget), m_updateIcon(new QLabel), m_install(new QPushButton),
       m_check(new QPushButton)
 {
@@ -106,7 +106,7 @@ QList<DetailRow> ConnectionSection::shownRows() const
 
 void ConnectionSection::changeEvent(QEvent *event)
 {
-    SectionBox::changeEvent(event);
+    QGroupBox::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         applyColors();
 }

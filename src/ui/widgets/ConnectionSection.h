@@ -1,7 +1,8 @@
 #pragma once
 
 #include "ConnectionState.h"
-#include "SectionBox.h"
+
+#include <QGroupBox>
 
 class QGridLayout;
 class QLabel;
@@ -9,7 +10,7 @@ class QPushButton;
 
 // "Connection and compatibility": one row per fact, the update card while an
 // update is really available, and the connection check button.
-class ConnectionSection : public SectionBox
+class ConnectionSection : public QGroupBox
 {
     Q_OBJECT
 public:

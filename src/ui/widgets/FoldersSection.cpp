@@ -16,7 +16,7 @@
 #include <QVBoxLayout>
 
 FoldersSection::FoldersSection(QWidget *parent)
-    : SectionBox(QStringLiteral("Folders to protect"), parent),
+    : QGroupBox(QStringLiteral("Folders to protect"), parent),
       m_noFolders(new WrappedLabel(QStringLiteral("No folders selected yet."))),
       m_rows(new QWidget), m_rowsLayout(new QVBoxLayout(m_rows)),
       m_add(new QPushButton(QStringLiteral("Add folders\u2026"))),
@@ -151,7 +151,7 @@ void FoldersSection::syncRows(qsizetype atLeast)
 
 void FoldersSection::changeEvent(QEvent *event)
 {
-    SectionBox::changeEvent(event);
+    QGroupBox::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         applyColors();
 }

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "SectionBox.h"
 #include "SectionStates.h"
+
+#include <QGroupBox>
 
 class FolderRow;
 class QLabel;
@@ -15,7 +16,7 @@ class QVBoxLayout;
 // Rows are made in slices of a few milliseconds, one slice per event-loop
 // turn: a list of a thousand folders then shows its first screenful at once
 // and fills in behind it while the window keeps painting and taking input.
-class FoldersSection : public SectionBox
+class FoldersSection : public QGroupBox
 {
     Q_OBJECT
 public:

@@ -35,7 +35,7 @@ int bandwidthIndex(qint64 kibPerSecond)
 } // namespace
 
 NetworkSection::NetworkSection(QWidget *parent)
-    : SectionBox(QStringLiteral("Network transfer"), parent),
+    : QGroupBox(QStringLiteral("Network transfer"), parent),
       m_paused(checkBox(QStringLiteral("Pause encrypted transfers"), "pausedToggle")),
       m_bandwidth(new QComboBox),
       m_metered(checkBox(QStringLiteral("Treat the current network as metered"), "meteredToggle")),
@@ -101,7 +101,7 @@ QList<QWidget *> NetworkSection::focusChain() const
 
 void NetworkSection::changeEvent(QEvent *event)
 {
-    SectionBox::changeEvent(event);
+    QGroupBox::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         WidgetStyle::setTextColor(m_note, colorForRole(ColorRole::Secondary, palette()));
 }

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "SectionBox.h"
 #include "SectionStates.h"
+
+#include <QGroupBox>
 
 class QCheckBox;
 class QComboBox;
@@ -10,7 +11,7 @@ class QLabel;
 // "Network transfer": pausing, the bandwidth limit and the metered-network
 // rule ("Allow backup on metered networks" only applies, and is only
 // enabled, while the current network counts as metered).
-class NetworkSection : public SectionBox
+class NetworkSection : public QGroupBox
 {
     Q_OBJECT
 public:

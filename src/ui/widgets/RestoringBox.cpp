@@ -9,7 +9,7 @@
 #include <QHBoxLayout>
 
 RestoringBox::RestoringBox(QWidget *parent)
-    : SectionBox(QStringLiteral("Restoring connection"), parent), m_text(new WrappedLabel)
+    : QGroupBox(QStringLiteral("Restoring connection"), parent), m_text(new WrappedLabel)
 {
     setObjectName(QStringLiteral("restoringBox"));
     auto *row = new QHBoxLayout(this);
@@ -31,7 +31,7 @@ void RestoringBox::setState(const RestoringBoxState &state)
 
 void RestoringBox::changeEvent(QEvent *event)
 {
-    SectionBox::changeEvent(event);
+    QGroupBox::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         WidgetStyle::setTextColor(m_text, colorForRole(ColorRole::Secondary, palette()));
 }

@@ -1,13 +1,14 @@
 #pragma once
 
-#include "SectionBox.h"
 #include "SectionStates.h"
+
+#include <QGroupBox>
 
 class QLabel;
 
 // "Restoring connection": a spinner and a line while the first status
 // document is read.
-class RestoringBox : public SectionBox
+class RestoringBox : public QGroupBox
 {
     Q_OBJECT
 public:

@@ -14,7 +14,7 @@
 #include <QVBoxLayout>
 
 ScheduleSection::ScheduleSection(QList<qint64> intervals, QWidget *parent)
-    : SectionBox(QStringLiteral("Automatic protection"), parent), m_intervals(std::move(intervals)),
+    : QGroupBox(QStringLiteral("Automatic protection"), parent), m_intervals(std::move(intervals)),
       m_enabled(new QCheckBox(QStringLiteral("Back up selected folders automatically"))),
       m_interval(new QComboBox), m_save(new QPushButton(QStringLiteral("Save settings"))),
       m_backUpNow(new QPushButton(QStringLiteral("Back up now"))), m_busy(new BusySpinner(16))
@@ -83,7 +83,7 @@ QList<QWidget *> ScheduleSection::focusChain() const
 
 void ScheduleSection::changeEvent(QEvent *event)
 {
-    SectionBox::changeEvent(event);
+    QGroupBox::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         WidgetStyle::makeProminent(m_backUpNow);
 }

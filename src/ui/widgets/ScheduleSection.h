@@ -1,8 +1,8 @@
 #pragma once
 
-#include "SectionBox.h"
 #include "SectionStates.h"
 
+#include <QGroupBox>
 #include <QList>
 
 class BusySpinner;
@@ -13,7 +13,7 @@ class QPushButton;
 // "Automatic protection": the schedule switch and interval, "Save settings",
 // "Back up now", and beside them an activity indicator while an operation
 // runs.
-class ScheduleSection : public SectionBox
+class ScheduleSection : public QGroupBox
 {
     Q_OBJECT
 public:

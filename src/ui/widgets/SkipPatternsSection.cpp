@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 
 SkipPatternsSection::SkipPatternsSection(QWidget *parent)
-    : SectionBox(QStringLiteral("Skip patterns"), parent), m_patterns(new QLineEdit),
+    : QGroupBox(QStringLiteral("Skip patterns"), parent), m_patterns(new QLineEdit),
       m_note(new WrappedLabel(QStringLiteral("Patterns match file or folder names. ZQB always "
                                              "shows the complete configured list.")))
 {
@@ -44,7 +44,7 @@ QList<QWidget *> SkipPatternsSection::focusChain() const
 
 void SkipPatternsSection::changeEvent(QEvent *event)
 {
-    SectionBox::changeEvent(event);
+    QGroupBox::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         WidgetStyle::setTextColor(m_note, colorForRole(ColorRole::Secondary, palette()));
 }

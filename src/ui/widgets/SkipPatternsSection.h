@@ -1,13 +1,14 @@
 #pragma once
 
-#include "SectionBox.h"
 #include "SectionStates.h"
+
+#include <QGroupBox>
 
 class QLabel;
 class QLineEdit;
 
 // "Skip patterns": the comma-separated names the engine leaves out.
-class SkipPatternsSection : public SectionBox
+class SkipPatternsSection : public QGroupBox
 {
     Q_OBJECT
 public:
