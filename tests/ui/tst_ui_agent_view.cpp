@@ -279,14 +279,30 @@ private slots:
         QCOMPARE(w.view.renderCount(), before + 2);
     }
 
+    void firstStatusIsLaidOutBeforeTheFirstPaint_data()
+    {
+        QTest::addColumn<int>("windowHeight");
+        QTest::addColumn<int>("folderCount");
+        QTest::newRow("one folder") << 0 << 1;
+        // The placeholder column fits this window; twenty folders do not, so
+        // the status also brings the scroll bar, which narrows the column.
+        QTest::newRow("outgrows the window") << 1300 << 20;
+    }
+
     void firstStatusIsLaidOutBeforeTheFirstPaint()
     {
         // The engine answers before the window's first frame (held back here
         // by disabling updates): by the time the result has settled, the
         // column is already laid out for it, so that first frame is right.
+        QFETCH(int, windowHeight);
+        QFETCH(int, folderCount);
         Window w;
-        w.engine.answer(QStringLiteral("ui-status"),
-                        AgentDocuments::encode(enrolledWith({"/Users/me/Documents"})));
+        if (windowHeight > 0)
+            w.view.resize(w.view.width(), windowHeight);
+        QStringList folders;
+        for (int i = 0; i < folderCount; ++i)
+            folders << QStringLiteral("/Users/me/Documents %1").arg(i);
+        w.engine.answer(QStringLiteral("ui-status"), AgentDocuments::encode(enrolledWith(folders)));
         PaintWatch paints(w.view);
         w.view.setUpdatesEnabled(false);
         bool checked = false;
@@ -313,6 +329,8 @@ private slots:
         w.view.show();
         QTRY_VERIFY(checked);
         QCOMPARE(paintsBefore, 0);
+        auto *scrollBar = w.find<QScrollArea>("agentScroll")->verticalScrollBar();
+        const bool scrollsAtSettle = scrollBar->isVisibleTo(&w.view);
         QCOMPARE(badge, QStringLiteral("Connected"));
         QVERIFY(!w.shows("restoringBox"));
         QVERIFY(w.shows("folderRows"));
@@ -321,6 +339,9 @@ private slots:
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents();
         QCOMPARE(sectionGeometries(), placedAtSettle);
+        QCOMPARE(scrollBar->isVisibleTo(&w.view), scrollsAtSettle);
+        if (windowHeight > 0)
+            QVERIFY(scrollsAtSettle);
         w.view.setUpdatesEnabled(true);
     }
 
@@ -462,7 +483,7 @@ private slots:
         QVERIFY(w.show(enrolledWith({"/a"})));
         auto *section = w.find<FoldersSection>("foldersBox");
         w.model.setSources(paths);
-        QCoreApplication::processEvents(); // the render and its first slice
+        QCoreApplication::processEvents();     // the render and its first slice
         QVERIFY(section->rows().size() >= 32); // a screenful at once
         QVERIFY(!section->rowsComplete());
 

@@ -20,13 +20,6 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-namespace {
-
-// How deep widgets with their own layouts nest inside the view.
-constexpr int layoutDepth = 6;
-
-} // namespace
-
 AgentView::AgentView(AgentModel &model, QList<qint64> intervals, QWidget *parent)
     : QWidget(parent), m_model(model)
 {
@@ -172,13 +165,33 @@ void AgentView::renderPending()
     if (!m_renderPending)
         return;
     render();
-    if (!m_painted) {
-        // Before the first paint, lay the column out now: the window's first
-        // expose may be handled before the layout requests this render
-        // posted. Each pass lays out one level and may ask the next one up.
-        for (int level = 0; level < layoutDepth; ++level)
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-    }
+    if (!m_painted)
+        layOutNow();
+}
+
+void AgentView::layOutNow()
+{
+    // Before the first paint the column is laid out at once: the window's
+    // first expose may otherwise overtake the layout requests the render
+    // posted. A widget that has been laid out asks the one holding it (its
+    // parent, or the scroll area) for another layout, with a request that
+    // each pass leaves to the next; so pass after pass until none is left,
+    // however deep the widgets nest.
+    struct RequestCounter : QObject
+    {
+        int delivered = 0;
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            delivered += event->type() == QEvent::LayoutRequest ? 1 : 0;
+            return false;
+        }
+    } requests;
+    QCoreApplication::instance()->installEventFilter(&requests);
+    do {
+        requests.delivered = 0;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    } while (requests.delivered > 0);
+    QCoreApplication::instance()->removeEventFilter(&requests);
 }
 
 void AgentView::render()

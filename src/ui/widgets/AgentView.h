@@ -45,6 +45,7 @@ private:
 
     void scheduleRender();
     void renderPending();
+    void layOutNow();
     void render();
     void updateTabOrder();
 

@@ -32,14 +32,14 @@ QAccessibleInterface *accessibleSpinner(const QString &className, QObject *objec
 
 } // namespace
 
-BusySpinner::BusySpinner(int diameter, QWidget *parent) : QWidget(parent)
+BusySpinner::BusySpinner(int diameter, QWidget *parent) : QWidget(parent), m_diameter(diameter)
 {
     static const bool factoryInstalled = [] {
         QAccessible::installFactory(accessibleSpinner);
         return true;
     }();
     Q_UNUSED(factoryInstalled);
-    setFixedSize(diameter, diameter);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAccessibleName(QStringLiteral("In progress"));
     m_timer.setInterval(60);
     connect(&m_timer, &QTimer::timeout, this, [this] {
@@ -52,8 +52,10 @@ void BusySpinner::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const qreal pen = qMax(2.0, width() / 8.0);
-    const QRectF box = QRectF(rect()).adjusted(pen, pen, -pen, -pen);
+    const qreal pen = qMax(2.0, m_diameter / 8.0);
+    QRectF box(0, 0, m_diameter, m_diameter);
+    box.moveCenter(QRectF(rect()).center());
+    box.adjust(pen, pen, -pen, -pen);
     QColor track = palette().color(QPalette::WindowText);
     track.setAlphaF(0.18f);
     painter.setPen(QPen(track, pen));

@@ -52,7 +52,11 @@ ScheduleSection::ScheduleSection(QList<qint64> intervals, QWidget *parent)
     m_busy->setVisible(false);
     buttons->addWidget(m_save);
     buttons->addWidget(m_backUpNow);
-    buttons->addWidget(m_busy, 0, Qt::AlignVCenter);
+    // As tall as the buttons' row, so that its circle is drawn on the row's
+    // centre line: a 16-pixel widget cannot be centred in a row of odd height
+    // (25 pixels with some fonts) and would sit half a pixel high.
+    m_busy->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Minimum);
+    buttons->addWidget(m_busy);
     buttons->addStretch();
     column->addLayout(buttons);
 
