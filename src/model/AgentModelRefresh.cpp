@@ -20,9 +20,33 @@ constexpr qsizetype notificationBodyCap = 300;
 
 void AgentModel::refresh(bool showErrors, bool announceCompletion)
 {
-    run({QStringLiteral("ui-status")}, nullptr, false,
+    if (m_statusReadRunning) {
+        // One status read at a time. The read in flight may have started
+        // before what the caller has just changed, so another follows it,
+        // with the flags of every refresh asked for meanwhile. The error is
+        // cleared now, as a dispatch would.
+        setError(std::nullopt);
+        const FollowingRead earlier = m_followingRead.value_or(FollowingRead{});
+        m_followingRead = FollowingRead{earlier.showErrors || showErrors,
+                                        earlier.announceCompletion || announceCompletion};
+        return;
+    }
+    startStatusRead(showErrors, announceCompletion);
+}
+
+void AgentModel::startStatusRead(bool showErrors, bool announceCompletion)
+{
+    m_statusReadRunning = true;
+    run({AgentRunner::statusCommand}, nullptr, false,
         [this, showErrors, announceCompletion](const CommandResult &result) {
+            m_statusReadRunning = false;
             applyStatus(result, showErrors, announceCompletion);
+            // The observers of applyStatus may have started the next read already.
+            if (m_followingRead && !m_statusReadRunning) {
+                const FollowingRead next = *m_followingRead;
+                m_followingRead.reset();
+                startStatusRead(next.showErrors, next.announceCompletion);
+            }
         });
 }
 

@@ -52,7 +52,7 @@ private slots:
     void documentOverTheByteCapIsUnreadable();
     void textsShownToThePersonStayCapped();
     void missingLastBackupResetsObservedBackup();
-    void overlappingRefreshesLaterDocumentWinsAndAnnouncesOnce();
+    void refreshesAskedForDuringAReadFollowItOnce();
 
 private:
     void refreshWith(const AgentUIStatus &status, bool showErrors = false, bool announce = false);
@@ -360,7 +360,7 @@ void ModelRefreshTest::missingLastBackupResetsObservedBackup()
     QVERIFY(!m_model->notice());
 }
 
-void ModelRefreshTest::overlappingRefreshesLaterDocumentWinsAndAnnouncesOnce()
+void ModelRefreshTest::refreshesAskedForDuringAReadFollowItOnce()
 {
     refreshWith(statusWithBackup(firstBackup, true));
     m_engine->forgetInvocations();
@@ -376,15 +376,25 @@ void ModelRefreshTest::overlappingRefreshesLaterDocumentWinsAndAnnouncesOnce()
     QStringList arrivals;
     connect(m_model.get(), &AgentModel::statusChanged, this,
             [&] { arrivals << m_model->status()->runtime.message; });
+    m_model->setError(QStringLiteral("earlier failure"));
     m_model->refresh(false, false);
     QTRY_COMPARE(m_engine->startedCount(), 1); // the slow one has its answer
+    m_model->setError(QStringLiteral("earlier failure"));
     m_model->refresh(false, false);
+    QVERIFY(!m_model->error()); // cleared at once, as by any dispatch
+    m_model->refresh(false, false);
+    QVERIFY(m_model->statusReadRunning());
+    QTest::qWait(200);
+    QCOMPARE(m_engine->startedCount(), 1); // nothing else started while the first runs
     QVERIFY(waitForCommands());
 
-    QCOMPARE(arrivals, (QStringList{"fast document", "slow document"}));
-    QCOMPARE(m_model->status()->runtime.message, QStringLiteral("slow document"));
+    // One read followed for both, after the first: its document is the newer one.
+    QCOMPARE(m_engine->commands(), (QStringList{"ui-status", "ui-status"}));
+    QCOMPARE(arrivals, (QStringList{"slow document", "fast document"}));
+    QCOMPARE(m_model->status()->runtime.message, QStringLiteral("fast document"));
     QCOMPARE(m_notifier->posts.size(), 1);
     QCOMPARE(m_notifier->posts.first().title, QStringLiteral("ZQB backup Recovery Ready"));
+    QVERIFY(!m_model->statusReadRunning());
 }
 
 QTEST_GUILESS_MAIN(ModelRefreshTest)
