@@ -4,6 +4,7 @@
 #include "AgentPaths.h"
 #include "DesktopNotifier.h"
 #include "NotificationCenter.h"
+#include "ShownText.h"
 #include "TextRules.h"
 
 // Reading the status document into the model, and announcing a backup that
@@ -104,7 +105,7 @@ void AgentModel::announce(const RuntimeStatus &runtime)
     QString body;
     if (!runtime.recoveryReady) {
         title = QStringLiteral("ZQB backup completed");
-        body = runtime.message;
+        body = ShownText::bounded(runtime.message);
     } else if (*runtime.recoveryReady) {
         title = QStringLiteral("ZQB backup Recovery Ready");
         body = QStringLiteral(

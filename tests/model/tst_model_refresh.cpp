@@ -347,6 +347,23 @@ void ModelRefreshTest::textsShownToThePersonStayCapped()
     m_model->installUpdate();
     QVERIFY(waitForCommands());
     QCOMPARE(m_model->error(), std::optional<QString>(QString(500, QLatin1Char('e'))));
+
+    // A completed backup whose message is 20,000 characters (each a letter
+    // and a combining accent): the notice holds the first 8,192 of them, the
+    // notification the first 300.
+    QString accented;
+    for (int i = 0; i < 20000; ++i)
+        accented += QStringLiteral("e\u0301");
+    AgentUIStatus flooded = statusWithBackup(firstBackup);
+    flooded.runtime.message = accented;
+    refreshWith(flooded);
+    QCOMPARE(m_model->status()->runtime.message, accented); // the document is kept whole
+    flooded.runtime.lastBackupAt = secondBackup;
+    refreshWith(flooded);
+    QCOMPARE(m_model->notice(), std::optional<QString>(accented.left(2 * 8192)));
+    QCOMPARE(m_notifier->posts.size(), 1);
+    QCOMPARE(m_notifier->posts.first().title, QStringLiteral("ZQB backup completed"));
+    QCOMPARE(m_notifier->posts.first().body, accented.left(2 * 300));
 }
 
 void ModelRefreshTest::missingLastBackupResetsObservedBackup()
