@@ -14,7 +14,8 @@ struct CommandShape
 };
 
 const QStringList valueOptions = {QStringLiteral("--state"), QStringLiteral("--target"),
-                                  QStringLiteral("--ready-fd")};
+                                  QStringLiteral("--ready-fd"), QStringLiteral("--times"),
+                                  QStringLiteral("--on")};
 
 const QList<CommandShape> &shapes()
 {
@@ -31,6 +32,7 @@ const QList<CommandShape> &shapes()
         {"set-condition", 1, {}, {}},
         {"advertise-update", 1, {}, {}},
         {"set-compatibility", 1, {}, {}},
+        {"inject-fault", 1, {}, {QStringLiteral("--times"), QStringLiteral("--on")}},
         {"help", 0, {}, {}, false},
     };
     return all;
@@ -145,6 +147,9 @@ QString CommandLine::usage()
         "  set-condition online|offline    make the service and target reachable or not\n"
         "  advertise-update VERSION        make the service advertise a newer version\n"
         "  set-compatibility WORD          report another compatibility word\n"
+        "  inject-fault hang|crash|garbage [--times N] [--on COMMAND]\n"
+        "                                  spoil the next N runs of COMMAND\n"
+        "                                  (default: once, ui-status)\n"
         "  help                            print this text\n"
         "\n"
         "Environment: ZQB_SIM_STATE replaces the --state directory when set;\n"

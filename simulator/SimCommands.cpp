@@ -5,6 +5,7 @@
 #include "BackupLock.h"
 #include "BackupRun.h"
 #include "CommandLine.h"
+#include "InjectedFault.h"
 #include "Invitation.h"
 #include "SimState.h"
 #include "SimTime.h"
@@ -378,6 +379,36 @@ int setCompatibility(const Context &context)
         QStringLiteral("The ZQB service reports compatibility \"%1\" now.").arg(compatibility));
 }
 
+// The commands the app issues; only their runs can be spoilt.
+const QStringList appCommands = {
+    QStringLiteral("ui-status"), QStringLiteral("check-service"), QStringLiteral("run-once"),
+    QStringLiteral("enroll"), QStringLiteral("configure"), QStringLiteral("configure-transfer"),
+    QStringLiteral("backup-all"), QStringLiteral("autonomous-update")};
+
+int injectFault(const Context &context)
+{
+    const std::optional<InjectedFault::Kind> kind =
+        InjectedFault::kindNamed(context.line.operands.value(0));
+    if (!kind)
+        return usageError(QStringLiteral("inject-fault takes hang, crash or garbage."));
+    const QString command = context.line.values.value(QStringLiteral("--on"),
+                                                      QStringLiteral("ui-status"));
+    if (!appCommands.contains(command))
+        return usageError(QStringLiteral("--on needs a command the app issues."));
+    bool ok = true;
+    const int times = context.line.has(QStringLiteral("--times"))
+                          ? context.line.values.value(QStringLiteral("--times")).toInt(&ok)
+                          : 1;
+    if (!ok || times < 1 || times > 1000)
+        return usageError(QStringLiteral("--times needs a number from 1 to 1000."));
+    QString problem;
+    if (!InjectedFault::add(context.state.directory(), command, *kind, times, &problem))
+        return refuse(problem);
+    const QString what = *kind == InjectedFault::Kind::Garbage ? QStringLiteral("print garbage")
+                                                               : context.line.operands.value(0);
+    return say(QStringLiteral("The next %1 run(s) of %2 will %3.").arg(times).arg(command, what));
+}
+
 } // namespace
 
 namespace SimCommands {
@@ -413,6 +444,11 @@ int run(const QStringList &arguments, const Environment &environment)
     if (!state.prepare(&problem))
         return refuse(problem);
 
+    if (appCommands.contains(line.command)) {
+        if (const auto fault = InjectedFault::take(state.directory(), line.command))
+            return InjectedFault::act(*fault);
+    }
+
     using Handler = int (*)(const Context &);
     static const QList<QPair<QString, Handler>> handlers = {
         {QStringLiteral("ui-status"), uiStatus},
@@ -426,6 +462,7 @@ int run(const QStringList &arguments, const Environment &environment)
         {QStringLiteral("set-condition"), setCondition},
         {QStringLiteral("advertise-update"), advertiseUpdate},
         {QStringLiteral("set-compatibility"), setCompatibility},
+        {QStringLiteral("inject-fault"), injectFault},
     };
     for (const auto &[name, handler] : handlers) {
         if (name == line.command)

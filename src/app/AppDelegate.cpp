@@ -5,16 +5,39 @@
 #include "NotificationCenter.h"
 #include "StatusIcon.h"
 #include "StatusItemToolTip.h"
+#include "TrayText.h"
 #include "WindowActivation.h"
 
 #include <QAction>
 #include <QEvent>
 #include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
 #include <QKeySequence>
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <QTimer>
 #include <QWidget>
+
+namespace {
+
+// Qt shows the item through a StatusNotifierItem host when one is registered
+// on the session bus as the item is made, else in the XEmbed tray; which of
+// the two it is decides how the engine's texts are read there.
+bool statusNotifierHostRegistered()
+{
+    QDBusMessage get = QDBusMessage::createMethodCall(
+        QStringLiteral("org.kde.StatusNotifierWatcher"), QStringLiteral("/StatusNotifierWatcher"),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    get << QStringLiteral("org.kde.StatusNotifierWatcher")
+        << QStringLiteral("IsStatusNotifierHostRegistered");
+    const QDBusMessage reply = QDBusConnection::sessionBus().call(get, QDBus::Block, 1000);
+    return reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty() &&
+           reply.arguments().constFirst().value<QDBusVariant>().variant().toBool();
+}
+
+} // namespace
 
 AppDelegate::AppDelegate(QObject *parent)
     : QObject(parent), m_terminate([] { QCoreApplication::quit(); })
@@ -82,8 +105,9 @@ void AppDelegate::putStatusItemInTray()
 
     // In the look and with the tooltip of the last state heard, if any.
     m_statusItem = std::make_unique<QSystemTrayIcon>();
+    m_statusNotifierTray = statusNotifierHostRegistered();
     m_statusItem->setIcon(statusItemIcon(m_look));
-    m_statusItem->setToolTip(m_toolTip);
+    m_statusItem->setToolTip(shownToolTip());
     m_statusItem->setContextMenu(m_menu.get());
     connect(m_statusItem.get(), &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {
@@ -170,7 +194,11 @@ void AppDelegate::quit()
 void AppDelegate::showStatusMessage(const QString &title, const QString &body)
 {
     if (m_statusItem)
-        m_statusItem->showMessage(title, body, QSystemTrayIcon::Information);
+        m_statusItem->showMessage(title,
+                                  TrayText::literal(body, m_statusNotifierTray
+                                                              ? TrayText::Reader::MarkupBody
+                                                              : TrayText::Reader::QtRichLabel),
+                                  QSystemTrayIcon::Information);
 }
 
 void AppDelegate::setTerminate(std::function<void()> terminate)
@@ -189,6 +217,14 @@ void AppDelegate::applyLook(Look look)
     emit lookChanged(look);
 }
 
+QString AppDelegate::shownToolTip() const
+{
+    // The engine's state, shown as written: the StatusNotifierItem tooltip
+    // carries it as its plain title, the XEmbed tray as a Qt tooltip.
+    return TrayText::literal(m_toolTip, m_statusNotifierTray ? TrayText::Reader::PlainTitle
+                                                             : TrayText::Reader::QtRichLabel);
+}
+
 void AppDelegate::applyToolTip(const QString &toolTip)
 {
     // Each change is a D-Bus signal to the tray host: only real changes go out.
@@ -196,6 +232,6 @@ void AppDelegate::applyToolTip(const QString &toolTip)
         return;
     m_toolTip = toolTip;
     if (m_statusItem)
-        m_statusItem->setToolTip(toolTip);
+        m_statusItem->setToolTip(shownToolTip());
     emit toolTipChanged(toolTip);
 }

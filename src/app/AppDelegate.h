@@ -89,6 +89,7 @@ private:
     void putStatusItemInTray();
     void applyLook(Look look);
     void applyToolTip(const QString &toolTip);
+    QString shownToolTip() const; // m_toolTip as the tray must receive it
     void bringMainWindowForward(const QString &activationToken);
 
     // Declared before the tray icon, so the icon goes first on destruction.
@@ -99,5 +100,6 @@ private:
     bool m_launched = false;
     Look m_look = Look::Untinted;
     QString m_toolTip = mainWindowTitle;
+    bool m_statusNotifierTray = false; // the item is shown by a StatusNotifierItem host
     std::function<void()> m_terminate;
 };

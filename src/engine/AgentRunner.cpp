@@ -7,6 +7,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -16,6 +17,7 @@
 #include <string>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -195,6 +197,64 @@ struct OutputStream
     }
 };
 
+using Clock = std::chrono::steady_clock;
+
+enum class Reaped {
+    Exited,  // `status` holds how it ended
+    Gone,    // not our child any more (reaped elsewhere): how it ended is unknown
+    Running, // still running at the deadline
+};
+
+// Waits for the engine to end, until `deadline` when there is one.
+Reaped reap(pid_t pid, int &status, std::optional<Clock::time_point> deadline)
+{
+    if (!deadline) {
+        pid_t waited = -1;
+        do {
+            waited = ::waitpid(pid, &status, 0);
+        } while (waited < 0 && errno == EINTR);
+        return waited == pid ? Reaped::Exited : Reaped::Gone;
+    }
+    // Looks often at first: an engine that has just closed its pipes is
+    // usually a moment away from exiting, and a refresh should not wait for a
+    // long sleep. An engine that closed them and went on running is looked at
+    // every 20 ms until the deadline.
+    auto pause = std::chrono::microseconds(50);
+    for (;;) {
+        const pid_t waited = ::waitpid(pid, &status, WNOHANG);
+        if (waited == pid)
+            return Reaped::Exited;
+        if (waited < 0 && errno != EINTR)
+            return Reaped::Gone;
+        const Clock::time_point now = Clock::now();
+        if (now >= *deadline)
+            return Reaped::Running;
+        std::this_thread::sleep_for(std::min<Clock::duration>(pause, *deadline - now));
+        pause = std::min(pause * 2, std::chrono::microseconds(20000));
+    }
+}
+
+// Milliseconds poll() may wait before `deadline` (rounded up, so the wait
+// never ends just short of it); -1 without one.
+int pollTimeout(std::optional<Clock::time_point> deadline)
+{
+    if (!deadline)
+        return -1;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*deadline - Clock::now());
+    return int(std::clamp<std::chrono::milliseconds::rep>(left.count(), 0, 60 * 60 * 1000));
+}
+
+// A status read past its time: asks the engine to end, then makes it.
+void endHungEngine(pid_t pid, std::chrono::milliseconds endWithin)
+{
+    int status = 0;
+    ::kill(pid, SIGTERM);
+    if (reap(pid, status, Clock::now() + endWithin) != Reaped::Running)
+        return;
+    ::kill(pid, SIGKILL);
+    reap(pid, status, std::nullopt);
+}
+
 CommandResult failure(const QString &message)
 {
     CommandResult result;
@@ -206,7 +266,15 @@ CommandResult failure(const QString &message)
 
 AgentRunner::AgentRunner() : m_enginePath(defaultEnginePath()) {}
 
-AgentRunner::AgentRunner(QString enginePath) : m_enginePath(std::move(enginePath)) {}
+AgentRunner::AgentRunner(QString enginePath)
+    : AgentRunner(std::move(enginePath), StatusReadLimit{})
+{
+}
+
+AgentRunner::AgentRunner(QString enginePath, StatusReadLimit statusReadLimit)
+    : m_enginePath(std::move(enginePath)), m_statusReadLimit(statusReadLimit)
+{
+}
 
 std::mutex &AgentRunner::environmentLock()
 {
@@ -269,6 +337,13 @@ CommandResult AgentRunner::run(const QStringList &arguments,
     errChildEnd.reset();
     inChildEnd.reset();
 
+    // Only a status read has a deadline; every other command runs as long as
+    // the engine needs.
+    std::optional<Clock::time_point> deadline;
+    if (!arguments.isEmpty() && arguments.first() == statusCommand)
+        deadline = Clock::now() + m_statusReadLimit.answerWithin;
+    bool timedOut = false;
+
     const char *inputData = input ? input->data() : nullptr;
     const qsizetype inputSize = input ? input->size() : 0;
     qsizetype written = 0;
@@ -304,9 +379,14 @@ CommandResult AgentRunner::run(const QStringList &arguments,
             inIndex = int(count);
             fds[count++] = {inWrite.get(), POLLOUT, 0};
         }
-        if (::poll(fds, count, -1) < 0) {
+        const int ready = ::poll(fds, count, pollTimeout(deadline));
+        if (ready < 0) {
             if (errno == EINTR)
                 continue;
+            break;
+        }
+        if (ready == 0 && deadline && Clock::now() >= *deadline) {
+            timedOut = true;
             break;
         }
         if (outIndex >= 0 && fds[outIndex].revents)
@@ -329,10 +409,12 @@ CommandResult AgentRunner::run(const QStringList &arguments,
     err.fd.reset();
 
     int status = 0;
-    pid_t waited = -1;
-    do {
-        waited = ::waitpid(pid, &status, 0);
-    } while (waited < 0 && errno == EINTR);
+    // Our ends are closed first, so an engine stuck writing gets EPIPE too.
+    const Reaped reaped = timedOut ? Reaped::Running : reap(pid, status, deadline);
+    if (reaped == Reaped::Running) {
+        endHungEngine(pid, m_statusReadLimit.endWithin);
+        return failure(didNotAnswerMessage);
+    }
 
     // A cut can fall inside a character: drop its first bytes in place, so
     // that the kept output is whole characters and can be handed on as it is.
@@ -343,6 +425,6 @@ CommandResult AgentRunner::run(const QStringList &arguments,
     result.output = EngineOutput::decode(out.kept, false, outputCharacterCap);
     result.error = EngineOutput::decode(err.kept, err.cut, errorCharacterCap);
     result.outputBytes = std::move(out.kept); // moved, not copied
-    result.succeeded = waited == pid && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    result.succeeded = reaped == Reaped::Exited && WIFEXITED(status) && WEXITSTATUS(status) == 0;
     return result;
 }

@@ -81,6 +81,10 @@ public:
     // Bookkeeping, not observed.
     const std::optional<QString> &observedBackup() const { return m_observedBackup; }
     bool started() const { return m_started; }
+    // A "ui-status" run of this model has not delivered yet. There is never
+    // more than one: a refresh asked for meanwhile follows it (see refresh()),
+    // so an engine that hangs holds one status read at most.
+    bool statusReadRunning() const { return m_statusReadRunning; }
 
     // Writers used by the window's controls.
     void setInvitation(const QString &value); // wipes the previous text in place
@@ -155,6 +159,7 @@ private:
     template <typename T> void assign(T &field, const T &value, void (AgentModel::*fieldChanged)());
     void assignStatus(const AgentUIStatus &value);
     void assignBusy(bool value);
+    void startStatusRead(bool showErrors, bool announceCompletion);
     void applyStatus(const CommandResult &result, bool showErrors, bool announceCompletion);
     void announce(const RuntimeStatus &runtime);
     void saveSettings(std::function<void()> afterPolicySaved);
@@ -175,5 +180,12 @@ private:
     std::optional<QString> m_error;
     std::optional<QString> m_observedBackup;
     bool m_started = false;
+    bool m_statusReadRunning = false;
+    struct FollowingRead
+    {
+        bool showErrors = false;
+        bool announceCompletion = false;
+    };
+    std::optional<FollowingRead> m_followingRead; // asked for while a read ran
     std::weak_ptr<QByteArray> m_enrollmentInput;
 };

@@ -4,6 +4,7 @@
 #include "AgentPaths.h"
 #include "DesktopNotifier.h"
 #include "NotificationCenter.h"
+#include "ShownText.h"
 #include "TextRules.h"
 
 // Reading the status document into the model, and announcing a backup that
@@ -20,9 +21,33 @@ constexpr qsizetype notificationBodyCap = 300;
 
 void AgentModel::refresh(bool showErrors, bool announceCompletion)
 {
-    run({QStringLiteral("ui-status")}, nullptr, false,
+    if (m_statusReadRunning) {
+        // One status read at a time. The read in flight may have started
+        // before what the caller has just changed, so another follows it,
+        // with the flags of every refresh asked for meanwhile. The error is
+        // cleared now, as a dispatch would.
+        setError(std::nullopt);
+        const FollowingRead earlier = m_followingRead.value_or(FollowingRead{});
+        m_followingRead = FollowingRead{earlier.showErrors || showErrors,
+                                        earlier.announceCompletion || announceCompletion};
+        return;
+    }
+    startStatusRead(showErrors, announceCompletion);
+}
+
+void AgentModel::startStatusRead(bool showErrors, bool announceCompletion)
+{
+    m_statusReadRunning = true;
+    run({AgentRunner::statusCommand}, nullptr, false,
         [this, showErrors, announceCompletion](const CommandResult &result) {
+            m_statusReadRunning = false;
             applyStatus(result, showErrors, announceCompletion);
+            // The observers of applyStatus may have started the next read already.
+            if (m_followingRead && !m_statusReadRunning) {
+                const FollowingRead next = *m_followingRead;
+                m_followingRead.reset();
+                startStatusRead(next.showErrors, next.announceCompletion);
+            }
         });
 }
 
@@ -80,7 +105,7 @@ void AgentModel::announce(const RuntimeStatus &runtime)
     QString body;
     if (!runtime.recoveryReady) {
         title = QStringLiteral("ZQB backup completed");
-        body = runtime.message;
+        body = ShownText::bounded(runtime.message);
     } else if (*runtime.recoveryReady) {
         title = QStringLiteral("ZQB backup Recovery Ready");
         body = QStringLiteral(

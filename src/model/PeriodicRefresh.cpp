@@ -26,7 +26,11 @@ void PeriodicRefresh::setInterval(int milliseconds)
 
 void PeriodicRefresh::tick()
 {
-    if (m_model.busy())
+    // One status read at a time: against an engine that hangs, every tick
+    // would otherwise add a process and a worker until none were left for
+    // the person's own commands. The runner ends a hung read after a minute,
+    // so the next tick after that reads again.
+    if (m_model.busy() || m_model.statusReadRunning())
         return;
     m_model.refresh(false, false);
 }

@@ -8,7 +8,8 @@ class AgentModel;
 // The model's heartbeat: starts the model once and then refreshes it every
 // 15 seconds for the life of the app, whether or not the window has ever been
 // shown, so the tray and the completion announcements follow the engine from
-// the start. A tick while an operation is busy is skipped, not deferred.
+// the start. A tick while an operation is busy, or while a status read is
+// still running, is skipped, not deferred.
 class PeriodicRefresh : public QObject
 {
     Q_OBJECT
@@ -27,7 +28,8 @@ public:
     int interval() const { return m_timer.interval(); }
 
 public slots:
-    // One tick: refreshes unless an operation is busy.
+    // One tick: refreshes unless an operation is busy or a status read is
+    // still running.
     void tick();
 
 private:

@@ -155,6 +155,13 @@ private slots:
     void killedBySignalFails();
     void hugeOutputReturnsWithBoundedMemory();
 
+    void statusReadLimitIsAMinuteThenFiveSeconds();
+    void hungStatusReadIsTerminatedAndFails();
+    void statusReadIgnoringTerminationIsKilled();
+    void statusReadThatClosesItsStreamsButRunsOnIsEnded();
+    void statusReadAnsweringInTimeIsKept();
+    void otherCommandsAreNeverEnded();
+
     void pipeEndsAreCloseOnExec();
     void concurrentRunsStayApart();
 };
@@ -594,6 +601,107 @@ void TestEngineRunner::killedBySignalFails()
                                     "partial\n"}));
     const QString terminated = engines.script("terminated", "kill -TERM $$\n");
     QVERIFY(!AgentRunner(terminated).run({"backup-all"}).succeeded);
+}
+
+namespace {
+
+// Short limits, so a hung status read is ended within a test's patience.
+constexpr AgentRunner::StatusReadLimit shortLimit{std::chrono::milliseconds(400),
+                                                  std::chrono::milliseconds(300)};
+
+// Whether the process `pid` (our former child, reaped) no longer exists.
+bool processIsGone(const QByteArray &pidText)
+{
+    const pid_t pid = pid_t(pidText.trimmed().toInt());
+    return pid > 0 && ::kill(pid, 0) != 0 && errno == ESRCH;
+}
+
+QByteArray readAll(const QString &file)
+{
+    QFile in(file);
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+}
+
+} // namespace
+
+void TestEngineRunner::statusReadLimitIsAMinuteThenFiveSeconds()
+{
+    QCOMPARE(AgentRunner().statusReadLimit().answerWithin, std::chrono::milliseconds(60000));
+    QCOMPARE(AgentRunner().statusReadLimit().endWithin, std::chrono::milliseconds(5000));
+    QCOMPARE(AgentRunner(QStringLiteral("/bin/true")).statusReadLimit().answerWithin,
+             std::chrono::milliseconds(60000));
+}
+
+void TestEngineRunner::hungStatusReadIsTerminatedAndFails()
+{
+    Engines engines;
+    const QString dir = engines.path(QString());
+    // Writes a little, then hangs; notes the SIGTERM it gets and leaves on it.
+    const QString engine = engines.script(
+        "engine", "echo $$ > '" + dir.toUtf8() + "/pid'\necho '{\"partial\":'\n"
+                  "trap 'echo term > \"" + dir.toUtf8() + "/signal\"; exit 143' TERM\n"
+                  "while :; do sleep 0.02; done\n");
+    QElapsedTimer clock;
+    clock.start();
+    const CommandResult result = AgentRunner(engine, shortLimit).run({"ui-status"});
+    const qint64 elapsed = clock.elapsed();
+    QCOMPARE(result, (CommandResult{QString(), QStringLiteral("The ZQB Agent background engine did "
+                                                              "not answer."),
+                                    false, {}}));
+    QVERIFY2(elapsed >= 400, qPrintable(QString::number(elapsed)));
+    QVERIFY2(elapsed < 400 + 300, qPrintable(QString::number(elapsed))); // no SIGKILL needed
+    QCOMPARE(readAll(dir + "/signal"), QByteArray("term\n"));
+    QVERIFY(processIsGone(readAll(dir + "/pid")));
+}
+
+void TestEngineRunner::statusReadIgnoringTerminationIsKilled()
+{
+    Engines engines;
+    const QString dir = engines.path(QString());
+    // The ignored SIGTERM is inherited across exec: only SIGKILL ends it.
+    const QString engine = engines.script(
+        "engine", "echo $$ > '" + dir.toUtf8() + "/pid'\ntrap '' TERM\nexec sleep 30\n");
+    QElapsedTimer clock;
+    clock.start();
+    const CommandResult result = AgentRunner(engine, shortLimit).run({"ui-status"});
+    const qint64 elapsed = clock.elapsed();
+    QVERIFY(!result.succeeded);
+    QCOMPARE(result.error, QStringLiteral("The ZQB Agent background engine did not answer."));
+    QVERIFY2(elapsed >= 400 + 300, qPrintable(QString::number(elapsed)));
+    QVERIFY2(elapsed < 10000, qPrintable(QString::number(elapsed)));
+    QVERIFY(processIsGone(readAll(dir + "/pid")));
+}
+
+void TestEngineRunner::statusReadThatClosesItsStreamsButRunsOnIsEnded()
+{
+    Engines engines;
+    const QString dir = engines.path(QString());
+    const QString engine = engines.script("engine", "echo $$ > '" + dir.toUtf8() +
+                                                        "/pid'\nexec >&- 2>&-\nexec sleep 30\n");
+    const CommandResult result = AgentRunner(engine, shortLimit).run({"ui-status"});
+    QVERIFY(!result.succeeded);
+    QCOMPARE(result.error, QStringLiteral("The ZQB Agent background engine did not answer."));
+    QVERIFY(processIsGone(readAll(dir + "/pid")));
+}
+
+void TestEngineRunner::statusReadAnsweringInTimeIsKept()
+{
+    Engines engines;
+    const QString engine = engines.script("engine", "sleep 0.1\necho '{}'\necho note >&2\n");
+    const CommandResult result = AgentRunner(engine, shortLimit).run({"ui-status"});
+    QCOMPARE(result, (CommandResult{QStringLiteral("{}"), QStringLiteral("note"), true, "{}\n"}));
+}
+
+void TestEngineRunner::otherCommandsAreNeverEnded()
+{
+    Engines engines;
+    // Silent for longer than a status read may take, then done: a long backup.
+    const QString engine = engines.script("engine", "sleep 1.2\necho done\n");
+    for (const char *command : {"backup-all", "autonomous-update", "run-once", "configure"}) {
+        const CommandResult result = AgentRunner(engine, shortLimit).run({command});
+        QVERIFY2(result.succeeded, command);
+        QCOMPARE(result.output, QStringLiteral("done"));
+    }
 }
 
 void TestEngineRunner::hugeOutputReturnsWithBoundedMemory()

@@ -52,7 +52,7 @@ private slots:
     void documentOverTheByteCapIsUnreadable();
     void textsShownToThePersonStayCapped();
     void missingLastBackupResetsObservedBackup();
-    void overlappingRefreshesLaterDocumentWinsAndAnnouncesOnce();
+    void refreshesAskedForDuringAReadFollowItOnce();
 
 private:
     void refreshWith(const AgentUIStatus &status, bool showErrors = false, bool announce = false);
@@ -347,6 +347,23 @@ void ModelRefreshTest::textsShownToThePersonStayCapped()
     m_model->installUpdate();
     QVERIFY(waitForCommands());
     QCOMPARE(m_model->error(), std::optional<QString>(QString(500, QLatin1Char('e'))));
+
+    // A completed backup whose message is 20,000 characters (each a letter
+    // and a combining accent): the notice holds the first 8,192 of them, the
+    // notification the first 300.
+    QString accented;
+    for (int i = 0; i < 20000; ++i)
+        accented += QStringLiteral("e\u0301");
+    AgentUIStatus flooded = statusWithBackup(firstBackup);
+    flooded.runtime.message = accented;
+    refreshWith(flooded);
+    QCOMPARE(m_model->status()->runtime.message, accented); // the document is kept whole
+    flooded.runtime.lastBackupAt = secondBackup;
+    refreshWith(flooded);
+    QCOMPARE(m_model->notice(), std::optional<QString>(accented.left(2 * 8192)));
+    QCOMPARE(m_notifier->posts.size(), 1);
+    QCOMPARE(m_notifier->posts.first().title, QStringLiteral("ZQB backup completed"));
+    QCOMPARE(m_notifier->posts.first().body, accented.left(2 * 300));
 }
 
 void ModelRefreshTest::missingLastBackupResetsObservedBackup()
@@ -360,7 +377,7 @@ void ModelRefreshTest::missingLastBackupResetsObservedBackup()
     QVERIFY(!m_model->notice());
 }
 
-void ModelRefreshTest::overlappingRefreshesLaterDocumentWinsAndAnnouncesOnce()
+void ModelRefreshTest::refreshesAskedForDuringAReadFollowItOnce()
 {
     refreshWith(statusWithBackup(firstBackup, true));
     m_engine->forgetInvocations();
@@ -376,15 +393,25 @@ void ModelRefreshTest::overlappingRefreshesLaterDocumentWinsAndAnnouncesOnce()
     QStringList arrivals;
     connect(m_model.get(), &AgentModel::statusChanged, this,
             [&] { arrivals << m_model->status()->runtime.message; });
+    m_model->setError(QStringLiteral("earlier failure"));
     m_model->refresh(false, false);
     QTRY_COMPARE(m_engine->startedCount(), 1); // the slow one has its answer
+    m_model->setError(QStringLiteral("earlier failure"));
     m_model->refresh(false, false);
+    QVERIFY(!m_model->error()); // cleared at once, as by any dispatch
+    m_model->refresh(false, false);
+    QVERIFY(m_model->statusReadRunning());
+    QTest::qWait(200);
+    QCOMPARE(m_engine->startedCount(), 1); // nothing else started while the first runs
     QVERIFY(waitForCommands());
 
-    QCOMPARE(arrivals, (QStringList{"fast document", "slow document"}));
-    QCOMPARE(m_model->status()->runtime.message, QStringLiteral("slow document"));
+    // One read followed for both, after the first: its document is the newer one.
+    QCOMPARE(m_engine->commands(), (QStringList{"ui-status", "ui-status"}));
+    QCOMPARE(arrivals, (QStringList{"slow document", "fast document"}));
+    QCOMPARE(m_model->status()->runtime.message, QStringLiteral("fast document"));
     QCOMPARE(m_notifier->posts.size(), 1);
     QCOMPARE(m_notifier->posts.first().title, QStringLiteral("ZQB backup Recovery Ready"));
+    QVERIFY(!m_model->statusReadRunning());
 }
 
 QTEST_GUILESS_MAIN(ModelRefreshTest)

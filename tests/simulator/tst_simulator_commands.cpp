@@ -21,6 +21,47 @@ class TestSimulatorCommands : public QObject
     Q_OBJECT
 
 private slots:
+    void injectedFaultsSpoilTheNextRunsInOrder()
+    {
+        SimProcess sim;
+        QVERIFY(sim.run({"inject-fault", "crash", "--times", "2"}).succeeded());
+        QVERIFY(sim.run({"inject-fault", "garbage"}).succeeded());
+        QVERIFY(sim.run({"inject-fault", "hang", "--on", "check-service"}).succeeded());
+        // Other commands are not touched.
+        QVERIFY(sim.run({"configure-transfer", "--json-stdin"}, QByteArray(
+            R"({"schema":"zqb.agent-transfer-policy.v1","paused":false,"bandwidthLimitKibPerSecond":0,)"
+            R"("currentNetworkMetered":false,"allowMeteredNetwork":false,"retryAttempts":3})")).succeeded());
+
+        for (int i = 0; i < 2; ++i) {
+            QProcess crash;
+            crash.setProcessEnvironment(sim.environment());
+            crash.setStandardInputFile(QProcess::nullDevice());
+            crash.start(SimProcess::program(), {"ui-status", "--state", sim.stateDirectory()});
+            QVERIFY(crash.waitForFinished(10000));
+            QCOMPARE(crash.exitStatus(), QProcess::CrashExit);
+            QVERIFY(crash.readAllStandardOutput().isEmpty());
+        }
+        const SimResult garbage = sim.run({"ui-status"});
+        QVERIFY(garbage.succeeded());
+        QVERIFY(!garbage.output.isEmpty());
+        QVERIFY(!AgentDocuments::decodeStatus(garbage.output));
+        QVERIFY(QString::fromUtf8(garbage.output).toUtf8() != garbage.output); // not UTF-8
+        QVERIFY(sim.status()); // the faults are used up: a document again
+
+        const SimResult hang = sim.run({"check-service"}, std::nullopt, 1500);
+        QVERIFY(!hang.finished);
+        QVERIFY(sim.run({"check-service"}).succeeded());
+    }
+
+    void injectFaultUsageErrors()
+    {
+        SimProcess sim;
+        QCOMPARE(sim.run({"inject-fault", "melt"}).exitCode, 2);
+        QCOMPARE(sim.run({"inject-fault", "hang", "--on", "make-invitation"}).exitCode, 2);
+        QCOMPARE(sim.run({"inject-fault", "hang", "--times", "0"}).exitCode, 2);
+        QVERIFY(sim.status());
+    }
+
     void freshStateNeedsSetup()
     {
         SimProcess sim;

@@ -1,6 +1,7 @@
 #include "BadgeState.h"
 
 #include "Formatting.h"
+#include "ShownText.h"
 
 #include <QStringList>
 
@@ -103,15 +104,17 @@ QString phaseLine(const BackupProgressStatus &p)
     return line;
 }
 
-BadgeState badgeState(const std::optional<RuntimeStatus> &runtime)
+BadgeState badgeState(const std::optional<RuntimeStatus> &shownRuntime)
 {
     BadgeState badge;
-    if (!runtime) {
+    if (!shownRuntime) {
         badge.dot = ColorRole::Red;
         badge.title = QStringLiteral("Checking status");
         badge.message = QStringLiteral("Reading the local ZQB Agent state\u2026");
         return badge;
     }
+    // The tray reads the badge too, from the broadcast's record: cut here as well.
+    const std::optional<RuntimeStatus> runtime = ShownText::bounded(*shownRuntime);
     badge.dot = dotColor(*runtime);
     badge.title = stateTitle(runtime->state);
     badge.message = runtime->message;

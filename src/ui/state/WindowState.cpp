@@ -2,13 +2,16 @@
 
 #include "AgentModel.h"
 #include "PlatformText.h"
+#include "ShownText.h"
 #include "TextRules.h"
 #include "VersionStatus.h"
 
 WindowInputs windowInputs(const AgentModel &model, const QString &appVersion)
 {
     WindowInputs inputs;
-    inputs.status = model.status();
+    // Engine texts are cut for showing here, once, before any rule reads them.
+    if (model.status())
+        inputs.status = ShownText::bounded(*model.status());
     inputs.invitation = model.invitation();
     inputs.sources = model.sources();
     inputs.intervalMinutes = model.intervalMinutes();
@@ -19,8 +22,10 @@ WindowInputs windowInputs(const AgentModel &model, const QString &appVersion)
     inputs.currentNetworkMetered = model.currentNetworkMetered();
     inputs.allowMeteredNetwork = model.allowMeteredNetwork();
     inputs.busy = model.busy();
-    inputs.notice = model.notice();
-    inputs.error = model.error();
+    if (model.notice())
+        inputs.notice = ShownText::bounded(*model.notice());
+    if (model.error())
+        inputs.error = ShownText::bounded(*model.error(), ShownText::errorCap);
     inputs.appVersion = appVersion;
     return inputs;
 }

@@ -7,6 +7,8 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include "WheelSafeComboBox.h"
+
 #include <QComboBox>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -37,7 +39,7 @@ int bandwidthIndex(qint64 kibPerSecond)
 NetworkSection::NetworkSection(QWidget *parent)
     : QGroupBox(QStringLiteral("Network transfer"), parent),
       m_paused(checkBox(QStringLiteral("Pause encrypted transfers"), "pausedToggle")),
-      m_bandwidth(new QComboBox),
+      m_bandwidth(new WheelSafeComboBox),
       m_metered(checkBox(QStringLiteral("Treat the current network as metered"), "meteredToggle")),
       m_allowMetered(
           checkBox(QStringLiteral("Allow backup on metered networks"), "allowMeteredToggle")),

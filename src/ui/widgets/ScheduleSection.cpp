@@ -6,6 +6,8 @@
 #include "WidgetStyle.h"
 
 #include <QCheckBox>
+#include "WheelSafeComboBox.h"
+
 #include <QComboBox>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -16,7 +18,7 @@
 ScheduleSection::ScheduleSection(QList<qint64> intervals, QWidget *parent)
     : QGroupBox(QStringLiteral("Automatic protection"), parent), m_intervals(std::move(intervals)),
       m_enabled(new QCheckBox(QStringLiteral("Back up selected folders automatically"))),
-      m_interval(new QComboBox), m_save(new QPushButton(QStringLiteral("Save settings"))),
+      m_interval(new WheelSafeComboBox), m_save(new QPushButton(QStringLiteral("Save settings"))),
       m_backUpNow(new QPushButton(QStringLiteral("Back up now"))), m_busy(new BusySpinner(16))
 {
     setObjectName(QStringLiteral("scheduleBox"));
