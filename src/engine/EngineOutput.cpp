@@ -2,6 +2,7 @@
 
 #include "TextRules.h"
 
+#include <QChar>
 #include <QStringDecoder>
 
 namespace EngineOutput {
@@ -76,7 +77,7 @@ QString decode(const QByteArray &bytes, bool wasCut, qsizetype characterCap)
     // Plain ASCII needs no cluster analysis: convert just the capped bytes
     // rather than a prefix of many times the cap.
     if (TextRules::startsWithPlainAscii(whole, characterCap + 1))
-        return TextRules::trimmed(toText(whole.first(qMin(whole.size(), characterCap))));
+        return toText(whole.first(qMin(whole.size(), characterCap))).trimmed();
 
     // Otherwise convert a prefix first. Every cluster holds at least one UTF-16 unit and
     // every three bytes at least one unit, so the prefix nearly always holds
@@ -90,26 +91,28 @@ QString decode(const QByteArray &bytes, bool wasCut, qsizetype characterCap)
         const QString text = toText(prefix);
         const qsizetype end = TextRules::graphemePrefixEnd(text, characterCap);
         if (end >= 0 && end < text.size())
-            return TextRules::trimmed(QStringView(text).first(end));
+            return QStringView(text).first(end).trimmed().toString();
     }
-    return TextRules::trimmed(TextRules::leftGraphemes(toText(whole), characterCap));
+    return TextRules::leftGraphemes(toText(whole), characterCap).trimmed();
 }
 
 QByteArrayView wholeText(QByteArrayView bytes)
 {
     if (!bytes.isValidUtf8())
         return QByteArrayView();
+    // Trimmed here rather than by Qt: QByteArray::trimmed() knows only ASCII
+    // whitespace, and converting the whole text to trim it would copy it.
     qsizetype begin = 0;
     qsizetype end = bytes.size();
     while (begin < end) {
         qsizetype length = 0;
-        if (!TextRules::isWhitespaceOrLineBreak(codePointAt(bytes, begin, &length)))
+        if (!QChar::isSpace(codePointAt(bytes, begin, &length)))
             break;
         begin += length;
     }
     while (end > begin) {
         qsizetype length = 0;
-        if (!TextRules::isWhitespaceOrLineBreak(codePointBefore(bytes, end, &length)))
+        if (!QChar::isSpace(codePointBefore(bytes, end, &length)))
             break;
         end -= length;
     }

@@ -5,48 +5,7 @@
 
 namespace TextRules {
 
-bool isWhitespaceOrLineBreak(char32_t c)
-{
-    if (c == U'\t' || (c >= 0x0A && c <= 0x0D) || c == 0x85)
-        return true;
-    if (c > 0x10FFFF)
-        return false;
-    switch (QChar::category(c)) {
-    case QChar::Separator_Space:
-    case QChar::Separator_Line:
-    case QChar::Separator_Paragraph:
-        return true;
-    default:
-        return false;
-    }
-}
-
 namespace {
-
-// Code point starting at `i`, and its length in UTF-16 units. A lone
-// surrogate is returned as itself (it is never whitespace).
-char32_t codePointAt(QStringView text, qsizetype i, qsizetype *length)
-{
-    const QChar c = text[i];
-    if (c.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
-        *length = 2;
-        return QChar::surrogateToUcs4(c, text[i + 1]);
-    }
-    *length = 1;
-    return c.unicode();
-}
-
-// Code point ending just before `end`.
-char32_t codePointBefore(QStringView text, qsizetype end, qsizetype *length)
-{
-    const QChar c = text[end - 1];
-    if (c.isLowSurrogate() && end >= 2 && text[end - 2].isHighSurrogate()) {
-        *length = 2;
-        return QChar::surrogateToUcs4(text[end - 2], c);
-    }
-    *length = 1;
-    return c.unicode();
-}
 
 uint codeUnit(QChar unit)
 {
@@ -96,25 +55,6 @@ qsizetype graphemePrefixEnd(QStringView text, qsizetype count)
             return -1;
     }
     return position;
-}
-
-QString trimmed(QStringView text)
-{
-    qsizetype begin = 0;
-    qsizetype end = text.size();
-    while (begin < end) {
-        qsizetype length = 0;
-        if (!isWhitespaceOrLineBreak(codePointAt(text, begin, &length)))
-            break;
-        begin += length;
-    }
-    while (end > begin) {
-        qsizetype length = 0;
-        if (!isWhitespaceOrLineBreak(codePointBefore(text, end, &length)))
-            break;
-        end -= length;
-    }
-    return text.mid(begin, end - begin).toString();
 }
 
 qsizetype graphemeCount(QStringView text)

@@ -7,10 +7,9 @@
 // Text rules shared by the runner, the model and the presentation.
 namespace TextRules {
 
-// True for Unicode category Z, tab, U+000A..U+000D and U+0085.
-bool isWhitespaceOrLineBreak(char32_t c);
-// Removes leading and trailing whitespace and line breaks (as above).
-QString trimmed(QStringView text);
+// Whitespace and line breaks, wherever the app trims them, are Unicode
+// category Z, tab, U+000A..U+000D and U+0085: exactly what QChar::isSpace()
+// accepts, so QString::trimmed() and QStringView::trimmed() do the trimming.
 // Number of user-perceived characters (extended grapheme clusters).
 qsizetype graphemeCount(QStringView text);
 // The first `count` user-perceived characters of `text` (all of it if shorter).

@@ -46,7 +46,7 @@ void AgentModel::checkConnection()
 void AgentModel::enroll()
 {
     auto trimmed = std::make_shared<WipedText>();
-    trimmed->text = TextRules::trimmed(m_invitation);
+    trimmed->text = m_invitation.trimmed();
     if (TextRules::graphemeCount(trimmed->text) < minimumInvitationLength) {
         setError(invitationTooShortMessage);
         return;

@@ -3,7 +3,6 @@
 #include "AgentDocuments.h"
 #include "FolderChooser.h"
 #include "FolderList.h"
-#include "TextRules.h"
 
 #include <QUrl>
 
@@ -56,7 +55,7 @@ QStringList AgentModel::parsedExclusions() const
     QStringList patterns;
     const QStringList pieces = m_exclusionText.split(QLatin1Char(','), Qt::SkipEmptyParts);
     for (const QString &piece : pieces) {
-        QString pattern = TextRules::trimmed(piece);
+        QString pattern = piece.trimmed();
         if (!pattern.isEmpty())
             patterns << pattern;
     }
