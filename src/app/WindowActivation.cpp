@@ -72,8 +72,11 @@ private:
 QString WindowActivation::takeLaunchToken()
 {
     const std::lock_guard locked(AgentRunner::environmentLock());
-    const QString token = qEnvironmentVariable(tokenVariable);
+    QString token = qEnvironmentVariable(tokenVariable);
+    if (token.isEmpty())
+        token = qEnvironmentVariable(startupIdVariable);
     qunsetenv(tokenVariable);
+    qunsetenv(startupIdVariable);
     return token;
 }
 

@@ -3,6 +3,7 @@
 #include "AppDelegate.h"
 #include "FakeEngine.h"
 #include "IconTint.h"
+#include "TestTrayHost.h"
 #include "MainWindow.h"
 #include "ZQBAgentApplication.h"
 
@@ -92,6 +93,7 @@ class AgentApplicationTest : public QObject
 
     std::unique_ptr<FakeEngine> m_engine;
     std::unique_ptr<ZQBAgentApplication> m_app;
+    TestTrayHost m_tray;
 
     ZQBAgentApplication &makeApp()
     {
@@ -103,6 +105,8 @@ class AgentApplicationTest : public QObject
     }
 
 private slots:
+    void initTestCase() { QVERIFY(m_tray.start()); }
+
     void init()
     {
         m_engine = std::make_unique<FakeEngine>();
@@ -148,7 +152,7 @@ private slots:
         QTRY_COMPARE(app.appDelegate().mainWindow(), &window);
     }
 
-    void firstShowStartsTheModelThenBuildsTheView()
+    void launchStartsTheModelThenBuildsTheView()
     {
         // The engine is asked while the view is still being built and laid
         // out, so its answer can make the first frame.
@@ -156,7 +160,7 @@ private slots:
         MainWindow &window = app.mainWindow();
         QVERIFY(!window.findChild<AgentView *>());
         ChildWatch watch(window, [&app] { return app.model().started(); });
-        window.show();
+        app.launch();
         QCOMPARE(window.findChildren<AgentView *>().size(), 1);
         QVERIFY2(watch.seen && watch.answer, "the model had started when the view was made");
         QTRY_VERIFY(m_engine->commands().contains(QStringLiteral("ui-status")));
@@ -179,20 +183,18 @@ private slots:
         app.launch();
         QCOMPARE(delegate.look(), AppDelegate::Look::Untinted);
         QTRY_COMPARE(delegate.look(), AppDelegate::Look::Green);
-        QTRY_VERIFY(delegate.statusItem()); // in the tray after the window's first frame
+        QTRY_VERIFY(delegate.statusItem()); // in the tray once its host has answered
         const QImage icon = delegate.statusItem()->icon().pixmap(QSize(32, 32)).toImage();
         QCOMPARE(tintName(icon), QStringLiteral("green"));
         QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("Connected"));
     }
 
-    void theWindowIconComesWithTheTrayItem()
+    void theWindowShowsTheAppIconFromItsFirstShow()
     {
         ZQBAgentApplication &app = makeApp();
         app.launch();
         MainWindow &window = app.mainWindow();
         QVERIFY(window.isVisible());
-        QVERIFY(window.windowIcon().isNull()); // nothing drawn for it before the first frame
-        QTRY_VERIFY(app.appDelegate().statusItem());
         QVERIFY(!window.windowIcon().isNull());
         QCOMPARE(window.windowIcon().availableSizes(), Symbols::appIcon().availableSizes());
         QCOMPARE(window.windowIcon().pixmap(32, 32).toImage(),
@@ -203,8 +205,8 @@ private slots:
     {
         ZQBAgentApplication &app = makeApp();
         app.launch(ZQBAgentApplication::Start::Background);
-        QVERIFY(app.appDelegate().statusItem());
         QCOMPARE(QApplication::windowIcon().availableSizes(), Symbols::appIcon().availableSizes());
+        QTRY_VERIFY(app.appDelegate().statusItem()); // once the tray host has answered
     }
 
     void backgroundStartRefreshesWithTheWindowNeverShown()
@@ -218,6 +220,7 @@ private slots:
         QVERIFY(app.model().started());
         QCOMPARE(app.modelsCreated(), 1);
         QTRY_COMPARE_WITH_TIMEOUT(app.appDelegate().look(), AppDelegate::Look::Green, 20000);
+        QTRY_VERIFY(app.appDelegate().statusItem());
         QCOMPARE(app.appDelegate().statusItem()->toolTip(), QStringLiteral("Connected"));
         // The timer keeps refreshing while nothing is on screen.
         QTRY_VERIFY_WITH_TIMEOUT(m_engine->commands().count(QStringLiteral("ui-status")) >= 4,
@@ -237,6 +240,7 @@ private slots:
         app.launch(ZQBAgentApplication::Start::Background);
         QTRY_VERIFY_WITH_TIMEOUT(app.model().status().has_value(), 20000);
         // Not enrolled: the connection check asks the engine to check its service.
+        QTRY_VERIFY(app.appDelegate().statusMenu());
         app.appDelegate().statusMenu()->actions()[1]->trigger();
         QTRY_VERIFY_WITH_TIMEOUT(m_engine->commands().contains(QStringLiteral("check-service")),
                                  20000);
@@ -253,6 +257,7 @@ private slots:
         QTest::qWait(50);
         QCOMPARE(m_engine->commands(), QStringList{"ui-status"});
 
+        QTRY_VERIFY(app.appDelegate().statusMenu());
         app.appDelegate().statusMenu()->actions()[0]->trigger(); // "Open ZQB Agent"
         MainWindow &window = app.mainWindow();
         QVERIFY(window.isVisible());
@@ -290,7 +295,7 @@ private slots:
         ZQBAgentApplication &app = makeApp();
         app.launch();
         QTRY_VERIFY(app.model().status().has_value());
-        QTRY_VERIFY(app.appDelegate().statusMenu()); // in the tray after the first frame
+        QTRY_VERIFY(app.appDelegate().statusMenu()); // in the tray once its host has answered
         app.mainWindow().hide();
 
         app.appDelegate().statusMenu()->actions()[1]->trigger();
@@ -310,8 +315,8 @@ private slots:
         QTimer::singleShot(300, qApp, [] { QCoreApplication::exit(42); });
         QCOMPARE(QApplication::exec(), 42);
         QVERIFY(!window.isVisible());
-        QVERIFY(app.appDelegate().statusItem()->isVisible() ||
-                !QSystemTrayIcon::isSystemTrayAvailable());
+        QTRY_VERIFY(app.appDelegate().statusItem());
+        QVERIFY(app.appDelegate().statusItem()->isVisible());
     }
 
     void reopeningKeepsTheSameWindowAndModel()

@@ -375,10 +375,26 @@ bool E2eSession::startDesktop(QString *why)
 
     if (!m_withTray)
         return true;
-    m_tray = startProcess(QStringLiteral(ZQB_E2E_SNI_HOST), {}, QStringLiteral("tray"));
-    if (!waitForBusName(watcherService, 15000))
-        return fail(QStringLiteral("the tray host did not start: ") + tail(path("tray.err")));
+    return startTray(why);
+}
+
+bool E2eSession::startTray(QString *why)
+{
+    stop(m_tray);
+    // Each start logs apart, so a restarted tray's log shows only its own items.
+    const QString logName = QStringLiteral("tray-%1").arg(++m_trayStarts);
+    m_tray = startProcess(QStringLiteral(ZQB_E2E_SNI_HOST), {}, logName);
+    if (!waitForBusName(watcherService, 15000)) {
+        if (why)
+            *why = QStringLiteral("the tray host did not start: ") + tail(path(logName + ".err"));
+        return false;
+    }
     return true;
+}
+
+void E2eSession::stopTray()
+{
+    stop(m_tray);
 }
 
 bool E2eSession::startXServer(QString *why)

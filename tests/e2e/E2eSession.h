@@ -48,6 +48,10 @@ public:
     bool startDesktop(QString *why);
     // Leaves the tray host out of the next startDesktop(): a desktop with no tray.
     void setWithTray(bool withTray) { m_withTray = withTray; }
+    // The tray host alone: started (again) later, or ended, as a panel that
+    // starts after the app or crashes would.
+    bool startTray(QString *why);
+    void stopTray();
     // Starts the app; waits until its window is shown and its probe answers.
     // A launcher's activation token, when given, is in its environment.
     bool startApp(QString *why, const QString &hangCommand = {},
@@ -132,6 +136,7 @@ private:
     QString m_connectionName;
     QString m_display;
     bool m_withTray = true;
+    int m_trayStarts = 0;
     std::unique_ptr<QProcess> m_busDaemon;
     std::unique_ptr<QProcess> m_xServer;
     std::unique_ptr<QProcess> m_compositor;

@@ -50,7 +50,8 @@ int runsWithToken(const E2eSession &session)
 {
     int count = 0;
     for (const QString &run : session.engineRuns())
-        if (run.startsWith(QStringLiteral("XDG_ACTIVATION_TOKEN=")))
+        if (run.startsWith(QStringLiteral("XDG_ACTIVATION_TOKEN=")) ||
+            run.startsWith(QStringLiteral("DESKTOP_STARTUP_ID=")))
             ++count;
     return count;
 }
@@ -414,6 +415,51 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("visible")].toBool(), actionMs);
         QCOMPARE(session.window()[QStringLiteral("windows")].toInt(), 1);
         QVERIFY(session.showsText(connectBox));
+    }
+
+    // At login the app may start before the panel's tray, and a tray may
+    // restart: the item reaches each tray host that appears, as it was.
+    void trayHostLateAndRestarted()
+    {
+        E2eSession session;
+        session.setWithTray(false);
+        START_DESKTOP(session);
+        enrollBeforehand(session);
+        QString why;
+        QVERIFY2(session.startAppInBackground(&why), qPrintable(why));
+        QTRY_VERIFY_WITH_TIMEOUT(countRuns(session, QStringLiteral("ui-status")) >= 1, startupMs);
+        QTest::qWait(500);
+
+        for (int start = 1; start <= 3; ++start) {
+            QVERIFY2(session.startTray(&why), qPrintable(why));
+            QTRY_VERIFY2_WITH_TIMEOUT(!session.trayItem().isEmpty(),
+                                      qPrintable(QStringLiteral("tray start %1").arg(start)),
+                                      startupMs);
+            const QVariantMap item = session.trayProperties();
+            QCOMPARE(item.value(QStringLiteral("Title")).toString(), QStringLiteral("ZQB Agent"));
+            QCOMPARE(item.value(QStringLiteral("Id")).toString(), QStringLiteral("ZQB Agent"));
+            // The look and tooltip of the state heard before this host came.
+            QTRY_COMPARE_WITH_TIMEOUT(tint(session), QStringLiteral("green"), actionMs);
+            QCOMPARE(session.trayToolTip(), QStringLiteral("Connected"));
+            QString menuWhy;
+            const QList<E2eSession::MenuEntry> menu = session.trayMenu(&menuWhy);
+            QVERIFY2(menu.size() == 4, qPrintable(menuWhy));
+            QCOMPARE(menu[0].label, QStringLiteral("Open ZQB Agent"));
+            QCOMPARE(menu[1].label, QStringLiteral("Check Connection"));
+            QVERIFY(menu[2].separator);
+            QCOMPARE(menu[3].label, QStringLiteral("Quit ZQB Agent"));
+            if (start == 3)
+                break;
+            // The panel crashes; the app runs on without a tray until the next one.
+            session.stopTray();
+            QTest::qWait(300);
+            QCOMPARE(session.app().state(), QProcess::Running);
+        }
+
+        // The item of the last host works: it opens the window.
+        QVERIFY(session.triggerTrayEntry(QStringLiteral("Open ZQB Agent")));
+        QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("visible")].toBool(), actionMs);
+        QCOMPARE(session.window()[QStringLiteral("windows")].toInt(), 1);
     }
 
     void secondLaunchBringsTheWindowForward()
