@@ -4,6 +4,7 @@
 // its own desktop and tears it down.
 #include "E2eSession.h"
 #include "IconTint.h"
+#include "X11RootMessages.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -484,6 +485,57 @@ private slots:
         QVERIFY(!session.trayItem().isEmpty()); // still exactly one status item
     }
 
+    // X11: a launcher that started the app again with a startup id sees its
+    // "starting" feedback end, and the window asks for the focus with the
+    // launch's time; no engine inherits the id.
+    void x11LaunchEndsTheStartupNotification()
+    {
+        E2eSession session;
+        if (session.platform() != E2eSession::Platform::X11)
+            QSKIP("startup ids are how X11 launchers hand on the focus");
+        START_DESKTOP(session);
+        X11RootMessages root(session.display());
+        QVERIFY(root.isConnected());
+        const QString firstId = QStringLiteral("zqb-e2e-launcher-1_TIME1000");
+        START_APP(session, QString(), firstId);
+        QTRY_VERIFY_WITH_TIMEOUT((root.read(), root.startupMessages().contains(
+                                                  QStringLiteral("remove: ID=") + firstId)),
+                                 startupMs);
+        QTRY_VERIFY_WITH_TIMEOUT(countRuns(session, QStringLiteral("ui-status")) >= 1, startupMs);
+
+        // Closed, then launched again from the applications menu.
+        QVERIFY(session.closeWindow());
+        QTRY_VERIFY(!session.window()[QStringLiteral("visible")].toBool());
+        const QString secondId = QStringLiteral("zqb-e2e-launcher-2_TIME2000");
+        QProcess *second = session.launchAgain(secondId, QStringLiteral("DESKTOP_STARTUP_ID"));
+        QVERIFY(second->waitForFinished(startupMs));
+        QCOMPARE(second->exitCode(), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("visible")].toBool(), actionMs);
+        QTRY_VERIFY_WITH_TIMEOUT((root.read(), root.startupMessages().contains(
+                                                  QStringLiteral("remove: ID=") + secondId)),
+                                 actionMs);
+        bool askedWithTheLaunchTime = false;
+        for (const X11RootMessages::ActivationRequest &request : root.activationRequests())
+            askedWithTheLaunchTime |= request.source == 1 && request.time == 2000;
+        QVERIFY(askedWithTheLaunchTime);
+
+        // Launched again while shown: the same again, one window.
+        const QString thirdId = QStringLiteral("zqb-e2e-launcher-3_TIME3000");
+        QProcess *third = session.launchAgain(thirdId, QStringLiteral("DESKTOP_STARTUP_ID"));
+        QVERIFY(third->waitForFinished(startupMs));
+        QTRY_VERIFY_WITH_TIMEOUT((root.read(), root.startupMessages().contains(
+                                                  QStringLiteral("remove: ID=") + thirdId)),
+                                 actionMs);
+        QCOMPARE(session.window()[QStringLiteral("windows")].toInt(), 1);
+
+        const int checksBefore = countRuns(session, QStringLiteral("check-service"));
+        QTRY_VERIFY_WITH_TIMEOUT(!session.trayItem().isEmpty(), startupMs);
+        QVERIFY(session.triggerTrayEntry(QStringLiteral("Check Connection")));
+        QTRY_VERIFY_WITH_TIMEOUT(countRuns(session, QStringLiteral("check-service")) > checksBefore,
+                                 actionMs);
+        QCOMPARE(runsWithToken(session), 0);
+    }
+
     // Wayland: a compositor hands the focus to a window only with an
     // activation token from whoever launched it. The app's own launch token
     // and the one a second launch brings are used, and no engine inherits them.
@@ -528,11 +580,14 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(session.window()[QStringLiteral("active")].toBool(), actionMs);
         QCOMPARE(session.window()[QStringLiteral("windows")].toInt(), 1);
 
-        // Closed, then brought back by a launch with a token: shown and focused.
+        // Closed, then brought back by a launch with a token: shown and
+        // focused. This launcher (as GNOME 43's does) hands the token on in
+        // DESKTOP_STARTUP_ID.
         QVERIFY(session.closeWindow());
         QTRY_VERIFY(!session.window()[QStringLiteral("visible")].toBool());
         QTRY_VERIFY_WITH_TIMEOUT(!desktopShowsWindow(session), actionMs);
-        QProcess *third = session.launchAgain(session.newActivationToken());
+        QProcess *third = session.launchAgain(session.newActivationToken(),
+                                              QStringLiteral("DESKTOP_STARTUP_ID"));
         QVERIFY(third->waitForFinished(startupMs));
         QCOMPARE(third->exitCode(), 0);
         QTRY_VERIFY_WITH_TIMEOUT(desktopShowsWindow(session), actionMs);
