@@ -31,8 +31,11 @@ AgentModel &ZQBAgentApplication::model()
         [delegate](const QString &title, const QString &body) {
             delegate->showStatusMessage(title, body);
         });
-    m_folderChooser = m_options.makeFolderChooser ? m_options.makeFolderChooser()
-                                                  : std::make_unique<DialogFolderChooser>();
+    // The folder panel belongs to the main window (made after the model).
+    m_folderChooser = m_options.makeFolderChooser
+                          ? m_options.makeFolderChooser()
+                          : std::make_unique<DialogFolderChooser>(
+                                [this]() -> QWidget * { return m_mainWindow.get(); });
 
     AgentModel::Services services{m_options.runner, m_notifier.get(), m_folderChooser.get()};
     m_model = std::make_unique<AgentModel>(std::move(services));

@@ -16,6 +16,10 @@
 #include <QAction>
 #include <QApplication>
 #include <QChildEvent>
+#include <QFileDialog>
+#include <QPointer>
+#include <QPushButton>
+#include <QWindow>
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <QTest>
@@ -302,6 +306,57 @@ private slots:
         QVERIFY(app.mainWindow().isVisible());
         // Not enrolled: the connection check asks the engine to check its service.
         QTRY_VERIFY(m_engine->commands().contains(QStringLiteral("check-service")));
+    }
+
+    // The app's own folder panel, opened with "Add folders…": a child of the
+    // main window, centred over it and modal to it alone.
+    void theFolderPanelBelongsToTheMainWindow()
+    {
+        m_engine->answer(QStringLiteral("ui-status"), statusDocument("connected", true));
+        ZQBAgentApplication::Options options{AgentRunner(m_engine->path()), {}};
+        m_app = std::make_unique<ZQBAgentApplication>(std::move(options));
+        m_app->appDelegate().setTerminate([] {});
+        ZQBAgentApplication &app = *m_app;
+        app.launch();
+        MainWindow &window = app.mainWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        auto *add = window.findChild<QPushButton *>(QStringLiteral("addFoldersButton"));
+        QVERIFY(add);
+        QTRY_VERIFY(app.model().status().has_value());
+        QTRY_VERIFY(add->isVisible() && add->isEnabled());
+
+        QPointer<QFileDialog> panel;
+        QWidget *parent = nullptr;
+        QWindow *transientParent = nullptr;
+        Qt::WindowModality modality = Qt::NonModal;
+        QPoint panelCentre;
+        QTimer poll;
+        poll.setInterval(20);
+        connect(&poll, &QTimer::timeout, this, [&] {
+            auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+            if (!dialog || !dialog->isVisible() || !dialog->windowHandle())
+                return;
+            poll.stop();
+            panel = dialog;
+            parent = dialog->parentWidget();
+            transientParent = dialog->windowHandle()->transientParent();
+            modality = dialog->windowModality();
+            panelCentre = dialog->frameGeometry().center();
+            dialog->reject();
+        });
+        poll.start();
+        add->click(); // returns once the panel is closed
+        poll.stop();
+
+        QVERIFY2(!panelCentre.isNull(), "the folder panel opened");
+        QCOMPARE(parent, static_cast<QWidget *>(&window));
+        QCOMPARE(transientParent, window.windowHandle());
+        QCOMPARE(modality, Qt::WindowModal);
+        const QPoint offset = panelCentre - window.frameGeometry().center();
+        QVERIFY2(offset.manhattanLength() <= 4,
+                 qPrintable(QStringLiteral("panel centre off by %1,%2")
+                                .arg(offset.x())
+                                .arg(offset.y())));
     }
 
     void closingTheWindowLeavesTheAppRunning()
