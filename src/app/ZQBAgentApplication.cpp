@@ -34,8 +34,11 @@ AgentModel &ZQBAgentApplication::model()
         });
     // Installed, the app's icon is in the icon theme under its name; run from
     // the build tree it is not, and notifications carry the picture itself.
-    if (!QIcon::hasThemeIcon(FreedesktopNotifier::iconName))
-        m_notifier->setIconImage(Symbols::appPixmap(QSize(64, 64), 1.0).toImage());
+    m_notifier->setIconImageSource([] {
+        return QIcon::hasThemeIcon(FreedesktopNotifier::iconName)
+                   ? QImage()
+                   : Symbols::appPixmap(QSize(64, 64), 1.0).toImage();
+    });
     // The folder panel belongs to the main window (made after the model).
     m_folderChooser = m_options.makeFolderChooser
                           ? m_options.makeFolderChooser()

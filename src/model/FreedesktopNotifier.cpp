@@ -10,6 +10,8 @@
 #include <QTimer>
 #include <QVariantMap>
 
+#include <utility>
+
 namespace {
 const QString service = QStringLiteral("org.freedesktop.Notifications");
 const QString objectPath = QStringLiteral("/org/freedesktop/Notifications");
@@ -27,9 +29,10 @@ FreedesktopNotifier::FreedesktopNotifier(const QDBusConnection &bus, Fallback fa
 {
 }
 
-void FreedesktopNotifier::setIconImage(const QImage &image)
+void FreedesktopNotifier::setIconImageSource(std::function<QImage()> source)
 {
-    m_iconImage = image.isNull() ? QImage() : image.convertToFormat(QImage::Format_RGBA8888);
+    m_iconImageSource = std::move(source);
+    m_iconImage = QImage();
 }
 
 void FreedesktopNotifier::requestAuthorization()
@@ -74,6 +77,11 @@ void FreedesktopNotifier::notify(const QString &title, const QString &shownBody)
         {QStringLiteral("sound-name"), soundName},
         {QStringLiteral("desktop-entry"), desktopEntry},
     };
+    if (m_iconImageSource) {
+        const QImage image = std::exchange(m_iconImageSource, {})();
+        if (!image.isNull())
+            m_iconImage = image.convertToFormat(QImage::Format_RGBA8888);
+    }
     if (!m_iconImage.isNull()) {
         // (iiibiiay): width, height, bytes per row, alpha, bits per sample,
         // samples per pixel, then the pixels row by row.

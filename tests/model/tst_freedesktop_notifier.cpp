@@ -281,10 +281,16 @@ void FreedesktopNotifierTest::theIconPictureTravelsWithEachNotification()
     for (int y = 0; y < 20; ++y)
         for (int x = 0; x < 48; ++x)
             picture.setPixelColor(x, y, QColor(0x34, 0xc7, 0x59));
-    notifier->setIconImage(picture);
+    int asked = 0;
+    notifier->setIconImageSource([&] {
+        ++asked;
+        return picture;
+    });
+    QCOMPARE(asked, 0); // nothing drawn before a notification goes out
     notifier->post(QStringLiteral("ZQB backup Recovery Ready"), QStringLiteral("Verified."));
     notifier->post(QStringLiteral("ZQB backup completed"), QStringLiteral("Again."));
     QTRY_COMPARE(m_service->calls.size(), 2);
+    QCOMPARE(asked, 1);
     for (const ReceivedCall &call : std::as_const(m_service->calls)) {
         // The name and the desktop entry still go along for servers that look them up.
         QCOMPARE(call.appIcon, QStringLiteral("zqb-agent"));
@@ -301,6 +307,8 @@ void FreedesktopNotifierTest::withoutAPictureOnlyTheIconNameIsSent()
 {
     m_service->calls.clear();
     auto notifier = makeNotifier(QDBusConnection::sessionBus());
+    // The icon theme has the icon: the source gives no picture.
+    notifier->setIconImageSource([] { return QImage(); });
     notifier->post(QStringLiteral("ZQB backup completed"), QStringLiteral("Done."));
     QTRY_COMPARE(m_service->calls.size(), 1);
     QVERIFY(!m_service->calls.first().hints.contains(QStringLiteral("image-data")));
