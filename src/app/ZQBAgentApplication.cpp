@@ -7,8 +7,10 @@
 #include "MainWindow.h"
 #include "PeriodicRefresh.h"
 #include "Symbols.h"
+#include "WindowActivation.h"
 
 #include <QApplication>
+#include <QIcon>
 
 ZQBAgentApplication::ZQBAgentApplication(Options options, QObject *parent)
     : QObject(parent), m_options(std::move(options)), m_appDelegate(std::make_unique<AppDelegate>())
@@ -30,8 +32,18 @@ AgentModel &ZQBAgentApplication::model()
         [delegate](const QString &title, const QString &body) {
             delegate->showStatusMessage(title, body);
         });
-    m_folderChooser = m_options.makeFolderChooser ? m_options.makeFolderChooser()
-                                                  : std::make_unique<DialogFolderChooser>();
+    // Installed, the app's icon is in the icon theme under its name; run from
+    // the build tree it is not, and notifications carry the picture itself.
+    m_notifier->setIconImageSource([] {
+        return QIcon::hasThemeIcon(FreedesktopNotifier::iconName)
+                   ? QImage()
+                   : Symbols::appPixmap(QSize(64, 64), 1.0).toImage();
+    });
+    // The folder panel belongs to the main window (made after the model).
+    m_folderChooser = m_options.makeFolderChooser
+                          ? m_options.makeFolderChooser()
+                          : std::make_unique<DialogFolderChooser>(
+                                [this]() -> QWidget * { return m_mainWindow.get(); });
 
     AgentModel::Services services{m_options.runner, m_notifier.get(), m_folderChooser.get()};
     m_model = std::make_unique<AgentModel>(std::move(services));
@@ -49,30 +61,35 @@ PeriodicRefresh &ZQBAgentApplication::periodicRefresh()
 MainWindow &ZQBAgentApplication::mainWindow()
 {
     if (!m_mainWindow) {
-        m_mainWindow = std::make_unique<MainWindow>(model(), periodicRefresh());
+        m_mainWindow = std::make_unique<MainWindow>(model());
         connect(m_mainWindow.get(), &MainWindow::quitRequested, m_appDelegate.get(),
                 &AppDelegate::quit);
     }
     return *m_mainWindow;
 }
 
-void ZQBAgentApplication::launch(Start start)
+void ZQBAgentApplication::launch(Start start, const QString &activationToken)
 {
-    // Made but not shown in the background: an unshown window has no native
-    // window and no view yet, and the delegate can still find it by its title.
+    // The model, started first: it refreshes now and every 15 seconds
+    // whether or not the window is ever shown (the tray and the completion
+    // announcements follow the engine from the start), and the engine's first
+    // answer is on its way while the window is built. That answer arrives
+    // through the event loop, so everything below is in place to hear it.
+    model();
+    periodicRefresh().start();
+
+    // The app's icon for every window it shows and for the desktop's window
+    // list; set before the first window exists, so it is there when mapped.
+    QApplication::setWindowIcon(Symbols::appIcon());
+
+    // The window; its view is built on its first show (a start in the
+    // background builds none).
     MainWindow &window = mainWindow();
-    // Drawing the window icon at its five sizes and sending them to the window
-    // system takes a millisecond or more: the icon comes with the tray item,
-    // after the window's first frame.
-    connect(
-        m_appDelegate.get(), &AppDelegate::statusItemInTray, this,
-        [] { QApplication::setWindowIcon(Symbols::appIcon()); }, Qt::SingleShotConnection);
-    if (start == Start::Background) {
-        m_appDelegate->applicationDidFinishLaunching();
-        periodicRefresh().start();
-    } else {
-        // The window's first frame first; the tray item follows it.
-        m_appDelegate->applicationDidFinishLaunching(&window);
-        window.show();
-    }
+    if (start == Start::Window)
+        WindowActivation::bringForward(&window, activationToken);
+
+    // Last, the delegate: it follows the status broadcast, finds the window
+    // by its title, and puts the status item in the tray whenever a tray
+    // host is there.
+    m_appDelegate->applicationDidFinishLaunching();
 }
