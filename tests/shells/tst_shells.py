@@ -1,0 +1,526 @@
+"""The shipped app on the desktops people log into, each run headless with its
+own shell: GNOME Shell 43 with the AppIndicator extension (Wayland) and XFCE
+4.18 (X11). The tray icon, its menu, the windows and the notifications are
+read from the shell itself; clicks are real pointer input given to the shell.
+
+Usage: tst_shells.py TOOLS.json gnome|xfce SCENARIO
+Exit status: 0 passed, 1 failed, 77 skipped."""
+
+import json
+import os
+import subprocess
+import sys
+import time
+import traceback
+
+here = os.path.dirname(os.path.abspath(__file__))
+sys.path.insert(0, here)
+sys.path.insert(0, os.path.join(os.path.dirname(here), "a11y"))
+
+from shell_session import (MENU_ENTRIES, SKIP, GnomeSession, ShellError, Skip,  # noqa: E402
+                           XfceSession, wait_until)
+
+# Long enough for a busy two-core machine; every wait polls a condition.
+ACTION_TIMEOUT = 60
+FOLDER_PANEL = "Choose folders ZQB should protect"
+
+
+class Failure(Exception):
+    pass
+
+
+def check(condition, message):
+    if not condition:
+        raise Failure(message)
+
+
+# What a scenario found wrong that does not stop its next steps (a missing
+# notification icon does not keep the window from coming forward): each is
+# reported, and any one fails the scenario at its end.
+findings = []
+
+
+def expect(condition, message):
+    if not condition:
+        log("WRONG:", message)
+        findings.append(message)
+
+
+def log(*parts):
+    print(*parts, flush=True)
+
+
+# ------------------------------------------------------------ what is seen
+
+
+def pixels(png, box):
+    """The RGBA pixels of `box` ({x, y, w, h}) in a screenshot."""
+    result = subprocess.run(["convert", png, "-crop", "%dx%d+%d+%d" % (box["w"], box["h"],
+                                                                       box["x"], box["y"]),
+                             "+repage", "-depth", "8", "rgba:-"], capture_output=True, timeout=30)
+    data = result.stdout
+    return [tuple(data[i:i + 4]) for i in range(0, len(data) - 3, 4)]
+
+
+def hue_saturation(r, g, b):
+    import colorsys
+    h, s, v = colorsys.rgb_to_hsv(r / 255, g / 255, b / 255)
+    return h * 360, s * 255, v * 255
+
+
+def tint_of(colours):
+    """The colour a person sees in an icon, named as the app's tints are:
+    "green", "orange", "grey" (no clear hue) or "none" (nothing visible).
+    Only the icon's own pixels count: the panel behind it is dark."""
+    visible = [(r, g, b) for r, g, b, a in colours if a >= 128 and max(r, g, b) >= 90]
+    if not visible:
+        return "none"
+    r = sum(p[0] for p in visible) / len(visible)
+    g = sum(p[1] for p in visible) / len(visible)
+    b = sum(p[2] for p in visible) / len(visible)
+    hue, saturation, _ = hue_saturation(r, g, b)
+    if saturation < 60:
+        return "grey"
+    if 15 <= hue <= 50:
+        return "orange"
+    if 80 <= hue <= 160:
+        return "green"
+    return "other hue %d" % hue
+
+
+def tinted_spot(png, strip):
+    """Where in `strip` of a screenshot the green or orange pixels are: the
+    bounding box of the tinted icon, or None."""
+    found = []
+    for index, (r, g, b, a) in enumerate(pixels(png, strip)):
+        hue, saturation, value = hue_saturation(r, g, b)
+        if a >= 128 and saturation >= 120 and value >= 120 and \
+                (15 <= hue <= 50 or 80 <= hue <= 160):
+            found.append((strip["x"] + index % strip["w"], strip["y"] + index // strip["w"]))
+    if len(found) < 8:
+        return None
+    xs = [p[0] for p in found]
+    ys = [p[1] for p in found]
+    return {"x": min(xs), "y": min(ys), "w": max(xs) - min(xs) + 1, "h": max(ys) - min(ys) + 1}
+
+
+def window_titled(shell, title):
+    # Qt names the app after a dialog's own title where the shell shows
+    # titles as given ("Choose folders … — ZQB Agent").
+    matches = [w for w in shell.windows()
+               if w["title"] in (title, title + " \u2014 ZQB Agent")]
+    return matches[0] if matches else None
+
+
+def centre(rect):
+    return (rect["x"] + rect["w"] / 2, rect["y"] + rect["h"] / 2)
+
+
+# ------------------------------------------------------ per-shell readings
+
+
+class GnomeDriver:
+    """What the test reads and does on GNOME Shell (through Eval)."""
+
+    def __init__(self, shell):
+        self.shell = shell
+
+    def icon_in_panel(self):
+        """The icon's place in the panel, once the shell shows it."""
+        keys = self.shell.eval("zqb.indicators()")
+        box = self.shell.tray_icon_box()
+        return box if keys and box and box["w"] > 0 else None
+
+    def tinted_icon(self, name):
+        box = self.icon_in_panel()
+        if not box:
+            return None
+        shot = self.shell.screenshot(name)
+        tint = tint_of(pixels(shot, box))
+        return (box, tint) if tint in ("green", "orange") else None
+
+    def menu_labels(self):
+        return [i["label"] for i in self.shell.open_menu()]
+
+    def choose(self, label):
+        self.shell.choose_in_menu(label)
+
+    def close_menu(self):
+        self.shell.eval("(() => { const i = zqb.indicator(); if (i) i.menu.close(); return true; })()")
+
+    def close_window(self, title):
+        self.shell.eval("global.get_window_actors().map(a => a.meta_window)"
+                        ".filter(w => w.get_title() === %s)"
+                        ".forEach(w => w.delete(global.get_current_time())); true"
+                        % json.dumps(title))
+
+    def launch_from_desktop_entry(self):
+        """The shell's own launcher, as the app grid starts an app."""
+        self.shell.eval("(() => { const app = imports.gi.Shell.AppSystem.get_default()"
+                        ".lookup_app('zqb-agent.desktop'); if (!app) return false;"
+                        " app.launch(0, -1, imports.gi.Shell.AppLaunchGpu.APP_PREF);"
+                        " return true; })()") or \
+            (_ for _ in ()).throw(Failure("the shell does not know zqb-agent.desktop"))
+
+    def notification_from_app(self):
+        for source in self.shell.notifications():
+            for notification in source["notifications"]:
+                if "Recovery Ready" in (notification["title"] or ""):
+                    return source["title"], notification
+        return None
+
+    def check_notification(self, found):
+        app_name, notification = found
+        log("notification in the shell's list:", app_name, notification)
+        expect(app_name == "ZQB Agent", "the notification's source is %r, not 'ZQB Agent'"
+               % app_name)
+        expect(self.shell.icon_found(notification["icon"]),
+              "the notification shows no icon of the app (%s)" % notification["icon"])
+
+
+class XfceDriver:
+    """What the test reads and does on XFCE (watcher, screen, xdotool,
+    the panel's accessibility tree)."""
+
+    PANEL = {"x": 0, "y": 0, "w": 1280, "h": 27}
+
+    def __init__(self, shell):
+        self.shell = shell
+        self.panel_app = None
+
+    def icon_in_panel(self):
+        if not self.shell.app_item():
+            return None
+        shot = self.shell.screenshot("shell-xfce-probe.png")
+        os.unlink(shot)
+        return True
+
+    def tinted_icon(self, name):
+        if not self.shell.app_item():
+            return None
+        shot = self.shell.screenshot(name)
+        spot = tinted_spot(shot, self.PANEL)
+        if not spot:
+            return None
+        check(spot["w"] <= 48 and spot["h"] <= 27,
+              "more than one tinted thing in the panel: %s" % spot)
+        return spot, tint_of(pixels(shot, spot))
+
+    def _walk(self, obj):
+        import a11y_access as A
+        found = []
+        try:
+            kids = A.children(obj)
+        except A.GLib.Error:
+            return found
+        for child in kids:
+            try:
+                if child is None or not A.showing(child):
+                    continue
+            except A.GLib.Error:
+                continue
+            found.append(child)
+            found.extend(self._walk(child))
+        return found
+
+    def _open_menu_items(self):
+        """The menu the panel shows for the icon, read through the panel's
+        accessibility tree: (label, centre) per entry, separators as "-"."""
+        import a11y_access as A
+        A.Atspi.init()
+        root = A.Atspi.get_desktop(0)
+        for app in A.children(root):
+            try:
+                if app is None or A.name(app) != "xfce4-panel":
+                    continue
+                app.clear_cache()
+                for window in A.children(app):
+                    if A.role(window) != "window" or not A.showing(window):
+                        continue
+                    entries = [o for o in self._walk(window)
+                               if A.role(o) in ("menu item", "separator")]
+                    if entries:
+                        result = []
+                        for o in entries:
+                            e = o.get_extents(A.Atspi.CoordType.SCREEN)
+                            result.append(("-" if A.role(o) == "separator" else A.name(o),
+                                           (e.x + e.width // 2, e.y + e.height // 2)))
+                        return result
+            except A.GLib.Error:
+                continue
+        return None
+
+    def _click_icon(self):
+        spot = wait_until(lambda: self.tinted_icon("shell-xfce-probe.png"), ACTION_TIMEOUT, 0.5,
+                          "the tinted icon in the panel")[0]
+        os.unlink(os.path.join(self.shell.tools["screenshots"], "shell-xfce-probe.png"))
+        self.shell.click(spot["x"] + spot["w"] // 2, spot["y"] + spot["h"] // 2)
+
+    def menu_labels(self):
+        self._click_icon()
+        items = wait_until(self._open_menu_items, 20, 0.2, "the icon's menu to open")
+        return [label for label, _ in items]
+
+    def choose(self, label):
+        items = self._open_menu_items()
+        if not items:
+            self._click_icon()
+            items = wait_until(self._open_menu_items, 20, 0.2, "the icon's menu to open")
+        chosen = [spot for name, spot in items if name == label]
+        if not chosen:
+            raise Failure("no %r in the menu: %s" % (label, [n for n, _ in items]))
+        self.shell.click(*chosen[0])
+
+    def close_menu(self):
+        self.shell.xdotool("key", "Escape")
+
+    def close_window(self, title):
+        window = window_titled(self.shell, title)
+        if window:
+            self.shell.xdotool("windowactivate", "--sync", window["id"])
+            self.shell.xdotool("key", "--window", window["id"], "alt+F4")
+
+    def launch_from_desktop_entry(self):
+        """XFCE's launcher for a desktop entry (as its menu and panel use it)."""
+        entry = self.shell.path("home", ".local", "share", "applications", "zqb-agent.desktop")
+        self.shell.spawn("launch", ["exo-open", entry])
+
+    def notification_from_app(self):
+        for call in self.shell.notify_calls():
+            if "Recovery Ready" in call:
+                return call
+        return None
+
+    def check_notification(self, call):
+        log("Notify call seen by xfce4-notifyd:\n" + call[:1500])
+        strings = [line.strip()[len("string "):].strip('"') for line in call.split("\n")
+                   if line.strip().startswith("string ")]
+        expect(strings and strings[0] == "ZQB Agent",
+              "the notification's app name is %r, not 'ZQB Agent'" % (strings[:1],))
+        app_icon = strings[1] if len(strings) > 1 else ""
+        has_image = '"image-data"' in call or '"image-path"' in call
+        icon_found = self.shell.icon_found(("file:" if app_icon.startswith("/") else "themed:")
+                                           + app_icon) if app_icon else False
+        expect(has_image or icon_found,
+              "the notification names icon %r, which the desktop cannot find, and carries "
+              "no image" % app_icon)
+
+
+# ------------------------------------------------------------ the scenarios
+
+
+def driver_for(shell):
+    return GnomeDriver(shell) if isinstance(shell, GnomeSession) else XfceDriver(shell)
+
+
+def start(shell, tray_host_first):
+    if isinstance(shell, GnomeSession):
+        shell.start(indicators=tray_host_first)
+    else:
+        shell.start(panel=tray_host_first)
+
+
+def start_tray_host(shell):
+    if isinstance(shell, GnomeSession):
+        shell.enable_tray_host()
+    else:
+        shell.start_panel()
+
+
+def icon_tinted_in_panel(shell, driver, shot):
+    """The icon shows in the shell's panel and, once the first status has
+    arrived, in the status's tint (connected: green)."""
+    wait_until(driver.icon_in_panel, ACTION_TIMEOUT, 0.25, "the app's icon in the shell's panel")
+    log("the shell lists the icon; the watcher holds", shell.registered_items())
+    spot, tint = wait_until(lambda: driver.tinted_icon(shot), ACTION_TIMEOUT, 0.5,
+                            "the icon in the panel to take the first status's tint")
+    log("icon at", spot, "tint", tint)
+    check(tint == "green", "a connected engine's icon shows %s, not green" % tint)
+    # What a screen reader says for the icon, and what the panel lists it as.
+    title = shell.item_property(shell.app_item(), "Title")
+    expect(title == "ZQB Agent", "the tray item's title is %r, not 'ZQB Agent'" % title)
+
+
+def menu_shows_four_entries(shell, driver, shot):
+    labels = driver.menu_labels()
+    shell.screenshot(shot)
+    log("menu opened by a click on the icon:", labels)
+    check(labels == MENU_ENTRIES, "the icon's menu shows %s, not %s" % (labels, MENU_ENTRIES))
+
+
+def open_from_menu(shell, driver):
+    driver.choose("Open ZQB Agent")
+    window = wait_until(lambda: window_titled(shell, "ZQB Agent"), ACTION_TIMEOUT, 0.2,
+                        "the window after 'Open ZQB Agent'")
+    wait_until(lambda: (window_titled(shell, "ZQB Agent") or {}).get("focus"), ACTION_TIMEOUT,
+               0.2, "the window to have the focus after 'Open ZQB Agent'")
+    return window
+
+
+def quit_from_menu(shell, driver):
+    item = shell.app_item()
+    driver.choose("Quit ZQB Agent")
+    wait_until(lambda: not shell.app_running(), ACTION_TIMEOUT, 0.2,
+               "the app to end after 'Quit ZQB Agent'")
+    check(shell.app.returncode == 0, "the app ended with status %s" % shell.app.returncode)
+    wait_until(lambda: item not in shell.registered_items(), ACTION_TIMEOUT, 0.2,
+               "the icon to leave the tray after the app ended")
+
+
+class Accessible:
+    """The app's window through the accessibility bus (the test's hands on
+    its buttons, as a screen reader's)."""
+
+    def __init__(self, shell):
+        self.shell = shell
+
+    def app_exit_status(self):
+        return self.shell.app.poll()
+
+    def tail(self, name):
+        return self.shell.tail(name)
+
+
+def back_up_and_see_notification(shell, driver, shot):
+    import a11y_access as A
+    window = A.Window(Accessible(shell), ACTION_TIMEOUT)
+    window.press("Back up now", ACTION_TIMEOUT)
+    found = wait_until(driver.notification_from_app, ACTION_TIMEOUT * 2, 0.25,
+                       "the completed backup's notification in the shell")
+    shell.screenshot(shot)
+    driver.check_notification(found)
+    return window
+
+
+def cover_window(shell):
+    """Another app's window over the app's: a plain GTK window."""
+    script = ("import gi; gi.require_version('Gtk', '3.0'); from gi.repository import Gtk;"
+              "w = Gtk.Window(title='Covering window'); w.set_default_size(1000, 700);"
+              "w.connect('destroy', Gtk.main_quit); w.show_all(); Gtk.main()")
+    env = dict(shell.env)
+    env["GDK_BACKEND"] = "wayland" if isinstance(shell, GnomeSession) else "x11"
+    shell.spawn("cover", ["/usr/bin/python3", "-c", script], env=env)
+    wait_until(lambda: (window_titled(shell, "Covering window") or {}).get("focus"),
+               ACTION_TIMEOUT, 0.2, "the covering window to take the focus")
+
+
+def relaunch_brings_window_forward(shell, driver, shot):
+    cover_window(shell)
+    check(not window_titled(shell, "ZQB Agent")["focus"], "the app's window kept the focus")
+    driver.launch_from_desktop_entry()
+    try:
+        wait_until(lambda: (window_titled(shell, "ZQB Agent") or {}).get("focus"),
+                   ACTION_TIMEOUT, 0.2, "the app's window to come forward with the focus")
+    except ShellError:
+        expect(False, "launching the app again from its desktop entry left its window "
+               "covered: %s" % [(w["title"], w["focus"]) for w in shell.windows()])
+    shell.screenshot(shot)
+    check(shell.app_running(), "launching again ended the running app")
+
+
+def folder_panel_centred(shell, window, A):
+    window.press("Add folders…", ACTION_TIMEOUT)
+    panel = wait_until(lambda: window_titled(shell, FOLDER_PANEL), ACTION_TIMEOUT, 0.2,
+                       "the folder panel")
+    main = window_titled(shell, "ZQB Agent")
+    log("window", main["rect"], "folder panel", panel["rect"], "parent", panel["parent"])
+    expect(panel["parent"] is not None and window_titled(shell, "ZQB Agent")["title"] ==
+           panel["parent"],
+           "the folder panel's parent is %r, not the window" % panel["parent"])
+    (px, py), (mx, my) = centre(panel["rect"]), centre(main["rect"])
+    expect(abs(px - mx) <= 8, "the folder panel is not centred over the window: its centre "
+          "is at x=%d, the window's at x=%d" % (px, mx))
+    expect(main["rect"]["y"] <= py <= main["rect"]["y"] + main["rect"]["h"],
+          "the folder panel is not over the window: %s and %s" % (panel["rect"], main["rect"]))
+    dialog = wait_until(lambda: window.dialog(FOLDER_PANEL), ACTION_TIMEOUT, 0.2,
+                        "the folder panel on the accessibility bus")
+    window.press_in(dialog, "Cancel")
+    wait_until(lambda: not window_titled(shell, FOLDER_PANEL), ACTION_TIMEOUT, 0.2,
+               "the folder panel to close")
+
+
+def after_the_shell(shell, driver, prefix):
+    """The shell is up first; the app is then started from its launcher."""
+    shell.enroll_with_folder()
+    shell.start_app()
+    wait_until(lambda: window_titled(shell, "ZQB Agent"), ACTION_TIMEOUT, 0.2,
+               "the app's window at start")
+    icon_tinted_in_panel(shell, driver, prefix + "panel.png")
+    # Closed by the shell's own close: the app stays in the tray.
+    driver.close_window("ZQB Agent")
+    wait_until(lambda: not window_titled(shell, "ZQB Agent"), ACTION_TIMEOUT, 0.2,
+               "the window to close")
+    check(shell.app_running(), "closing the window ended the app")
+    menu_shows_four_entries(shell, driver, prefix + "menu.png")
+    open_from_menu(shell, driver)
+    import a11y_access as A
+    window = back_up_and_see_notification(shell, driver, prefix + "notification.png")
+    relaunch_brings_window_forward(shell, driver, prefix + "window.png")
+    folder_panel_centred(shell, window, A)
+    quit_from_menu(shell, driver)
+
+
+def tray_host_after_the_app(shell, driver, prefix):
+    """As at login: the app starts in the background before the tray host."""
+    shell.enroll_with_folder()
+    shell.start_app("--background")
+    wait_until(lambda: any(r.startswith("ui-status") for r in shell.engine_runs()),
+               ACTION_TIMEOUT, 0.2, "the app's first status read")
+    check(not shell.has_name("org.kde.StatusNotifierWatcher"), "a tray host is already up")
+    start_tray_host(shell)
+    icon_tinted_in_panel(shell, driver, prefix + "login-panel.png")
+    menu_shows_four_entries(shell, driver, prefix + "login-menu.png")
+    open_from_menu(shell, driver)
+    quit_from_menu(shell, driver)
+
+
+SCENARIOS = {
+    "afterTheShell": (after_the_shell, True),
+    "trayHostAfterTheApp": (tray_host_after_the_app, False),
+}
+SHELLS = {"gnome": GnomeSession, "xfce": XfceSession}
+
+
+def main(argv):
+    if len(argv) < 4 or argv[2] not in SHELLS or argv[3] not in SCENARIOS:
+        print(__doc__, file=sys.stderr)
+        return 2
+    with open(argv[1]) as f:
+        tools = json.load(f)
+    if os.getuid() != 0:
+        log("SKIP: the shells run as a user the test creates, which needs root")
+        return SKIP
+    scenario, tray_host_first = SCENARIOS[argv[3]]
+    started = time.monotonic()
+    shell = None
+    failed = True
+    try:
+        shell = SHELLS[argv[2]](tools)
+        # Installed before the user logs in, as a package installs it.
+        shell.install_desktop_entry()
+        start(shell, tray_host_first)
+        log("%s is up after %.1f s" % (argv[2], time.monotonic() - started))
+        scenario(shell, driver_for(shell), "shell-%s-" % argv[2])
+        if findings:
+            raise Failure("; ".join(findings))
+        failed = False
+        log("PASS %s %s (%.1f s)" % (argv[2], argv[3], time.monotonic() - started))
+        return 0
+    except Skip as reason:
+        failed = False
+        log("SKIP", reason)
+        return SKIP
+    except (Failure, ShellError, AssertionError) as problem:
+        log("FAIL %s %s: %s" % (argv[2], argv[3], problem))
+        traceback.print_exc()
+        return 1
+    finally:
+        if shell is not None:
+            if failed:
+                log("engine runs:", shell.engine_runs())
+                log("app's standard error:\n" + shell.tail("app.err"))
+            shell.stop()
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv))
