@@ -659,8 +659,8 @@ class XfceSession(Session):
             raise ShellError("import could not take a screenshot: %s" % result.stderr.decode())
         return self.screenshot_into(target, name)
 
-    def click(self, x, y):
-        self.xdotool("mousemove", "--sync", str(x), str(y), "click", "1")
+    def click(self, x, y, button=1):
+        self.xdotool("mousemove", "--sync", str(x), str(y), "click", str(button))
 
     def windows(self):
         """The managed windows as xfwm4 lists them: title, geometry, parent."""

@@ -89,19 +89,29 @@ def tint_of(colours):
 
 
 def tinted_spot(png, strip):
-    """Where in `strip` of a screenshot the green or orange pixels are: the
-    bounding box of the tinted icon, or None."""
-    found = []
+    """The bounding box of the rightmost group of green or orange pixels in
+    `strip` of a screenshot, or None. XFCE's default panel has the tray right
+    of its window buttons (which show the window's icon, tinted too)."""
+    columns = {}
     for index, (r, g, b, a) in enumerate(pixels(png, strip)):
         hue, saturation, value = hue_saturation(r, g, b)
         if a >= 128 and saturation >= 120 and value >= 120 and \
                 (15 <= hue <= 50 or 80 <= hue <= 160):
-            found.append((strip["x"] + index % strip["w"], strip["y"] + index // strip["w"]))
-    if len(found) < 8:
+            x, y = strip["x"] + index % strip["w"], strip["y"] + index // strip["w"]
+            columns.setdefault(x, []).append(y)
+    if not columns:
         return None
-    xs = [p[0] for p in found]
-    ys = [p[1] for p in found]
-    return {"x": min(xs), "y": min(ys), "w": max(xs) - min(xs) + 1, "h": max(ys) - min(ys) + 1}
+    xs = sorted(columns)
+    group = [xs[-1]]
+    for x in reversed(xs[:-1]):
+        if group[-1] - x > 3:
+            break
+        group.append(x)
+    ys = [y for x in group for y in columns[x]]
+    if len(ys) < 8:
+        return None
+    return {"x": min(group), "y": min(ys), "w": max(group) - min(group) + 1,
+            "h": max(ys) - min(ys) + 1}
 
 
 def window_titled(shell, title):
@@ -186,7 +196,7 @@ class XfceDriver:
 
     def __init__(self, shell):
         self.shell = shell
-        self.panel_app = None
+        self.menu = None
 
     def icon_in_panel(self):
         if not self.shell.app_item():
@@ -206,70 +216,96 @@ class XfceDriver:
               "more than one tinted thing in the panel: %s" % spot)
         return spot, tint_of(pixels(shot, spot))
 
-    def _walk(self, obj):
-        import a11y_access as A
-        found = []
-        try:
-            kids = A.children(obj)
-        except A.GLib.Error:
-            return found
-        for child in kids:
-            try:
-                if child is None or not A.showing(child):
-                    continue
-            except A.GLib.Error:
-                continue
-            found.append(child)
-            found.extend(self._walk(child))
-        return found
+    def _top_level_windows(self):
+        return set(self.shell.xdotool("search", "--onlyvisible", "--maxdepth", "1",
+                                      "--name", "").split())
 
-    def _open_menu_items(self):
-        """The menu the panel shows for the icon, read through the panel's
-        accessibility tree: (label, centre) per entry, separators as "-"."""
-        import a11y_access as A
-        A.Atspi.init()
-        root = A.Atspi.get_desktop(0)
-        for app in A.children(root):
-            try:
-                if app is None or A.name(app) != "xfce4-panel":
-                    continue
-                app.clear_cache()
-                for window in A.children(app):
-                    if A.role(window) != "window" or not A.showing(window):
-                        continue
-                    entries = [o for o in self._walk(window)
-                               if A.role(o) in ("menu item", "separator")]
-                    if entries:
-                        result = []
-                        for o in entries:
-                            e = o.get_extents(A.Atspi.CoordType.SCREEN)
-                            result.append(("-" if A.role(o) == "separator" else A.name(o),
-                                           (e.x + e.width // 2, e.y + e.height // 2)))
-                        return result
-            except A.GLib.Error:
-                continue
+    def _menu_window(self, before, spot):
+        """A window the panel popped up at the icon: its menu."""
+        for wid in self._top_level_windows() - before:
+            geometry = self.shell.xdotool("getwindowgeometry", "--shell", wid)
+            values = dict(line.split("=", 1) for line in geometry.split() if "=" in line)
+            x, w, h = int(values["X"]), int(values["WIDTH"]), int(values["HEIGHT"])
+            box = {"x": x, "y": int(values["Y"]), "w": w, "h": h}
+            # Not the tooltip the hovered icon may show: a menu of four entries.
+            if w >= 120 and h >= 70 and x <= spot["x"] + spot["w"] and x + w >= spot["x"] and \
+                    self._drawn(box):
+                self.menu_box = box
+                return wid
         return None
+
+    def _drawn(self, box):
+        """Whether the menu's entries are on screen (its labels are light text
+        on the dark theme), so keys given now go to a menu that is ready."""
+        shot = self.shell.screenshot("shell-xfce-probe.png")
+        light = sum(1 for r, g, b, a in pixels(shot, box) if min(r, g, b) >= 200)
+        os.unlink(shot)
+        return light >= 100
+
+    def _shown_entries(self):
+        """What the panel shows in the menu: the layout it read from the app's
+        menu (GTK answers accessibility requests only from its own user, and
+        the panel's popup menus are not in its accessibility tree)."""
+        item = self.shell.app_item()
+        service = item.split("/")[0]
+        path = self.shell.item_property(item, "Menu")
+        layout = self.shell.call(service, path, "com.canonical.dbusmenu", "GetLayout", "(iias)",
+                                 (0, -1, []), "(u(ia{sv}av))")[1]
+        entries = []
+        for child in layout[2]:
+            _, props, _ = child
+            if props.get("visible", True):
+                entries.append("-" if props.get("type") == "separator" else
+                               props.get("label", "").replace("_", ""))
+        return entries
 
     def _click_icon(self):
         spot = wait_until(lambda: self.tinted_icon("shell-xfce-probe.png"), ACTION_TIMEOUT, 0.5,
                           "the tinted icon in the panel")[0]
         os.unlink(os.path.join(self.shell.tools["screenshots"], "shell-xfce-probe.png"))
-        self.shell.click(spot["x"] + spot["w"] // 2, spot["y"] + spot["h"] // 2)
+        before = self._top_level_windows()
+        # XFCE's tray gives a left click to the app (it opens the window) and
+        # opens the menu on a right click.
+        self.shell.click(spot["x"] + spot["w"] // 2, spot["y"] + spot["h"] // 2, button=3)
+        self.menu = wait_until(lambda: self._menu_window(before, spot), 20, 0.2,
+                               "the panel to pop up the icon's menu")
 
     def menu_labels(self):
         self._click_icon()
-        items = wait_until(self._open_menu_items, 20, 0.2, "the icon's menu to open")
-        return [label for label, _ in items]
+        return self._shown_entries()
 
     def choose(self, label):
-        items = self._open_menu_items()
-        if not items:
+        if not self.menu or self.menu not in self._top_level_windows():
             self._click_icon()
-            items = wait_until(self._open_menu_items, 20, 0.2, "the icon's menu to open")
-        chosen = [spot for name, spot in items if name == label]
-        if not chosen:
-            raise Failure("no %r in the menu: %s" % (label, [n for n, _ in items]))
-        self.shell.click(*chosen[0])
+        entries = self._shown_entries()
+        if label not in entries:
+            raise Failure("no %r in the menu: %s" % (label, entries))
+        # A real click on the entry, found on screen: the menu's lines of
+        # text, top to bottom, are its entries other than separators.
+        lines = self._text_lines()
+        labels = [e for e in entries if e != "-"]
+        check(len(lines) == len(labels), "the menu on screen has %d lines of text for the "
+              "entries %s" % (len(lines), labels))
+        top, bottom = lines[labels.index(label)]
+        self.shell.click(self.menu_box["x"] + self.menu_box["w"] // 3, (top + bottom) // 2)
+        self.menu = None
+
+    def _text_lines(self):
+        """The (top, bottom) of each line of light text in the open menu."""
+        shot = self.shell.screenshot("shell-xfce-probe.png")
+        box = self.menu_box
+        rows = set()
+        for index, (r, g, b, a) in enumerate(pixels(shot, box)):
+            if min(r, g, b) >= 200:
+                rows.add(box["y"] + index // box["w"])
+        os.unlink(shot)
+        lines = []
+        for y in sorted(rows):
+            if lines and y - lines[-1][1] <= 3:
+                lines[-1][1] = y
+            else:
+                lines.append([y, y])
+        return [tuple(line) for line in lines]
 
     def close_menu(self):
         self.shell.xdotool("key", "Escape")
