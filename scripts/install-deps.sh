@@ -18,7 +18,7 @@ test_packages=(
   at-spi2-core python3 python3-gi gir1.2-atspi-2.0 util-linux
   gdb
   gnome-shell gnome-shell-extension-appindicator gjs
-  xfwm4 xfce4-panel xfce4-notifyd xfconf
+  xfwm4 xfce4-panel xfce4-notifyd xfconf exo-utils gir1.2-gtk-3.0
 )
 
 packages=("${build_packages[@]}")

@@ -433,7 +433,10 @@ globalThis.zqb = {
         }));
     },
     windows() {
-        return global.get_window_actors().map(a => a.meta_window).map(w => {
+        // Only windows on screen: a window is listed before the shell has
+        // placed and shown it.
+        return global.get_window_actors().filter(a => a.mapped && a.visible)
+            .map(a => a.meta_window).map(w => {
             const r = w.get_frame_rect();
             const parent = w.get_transient_for();
             return {

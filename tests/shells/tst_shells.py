@@ -117,8 +117,8 @@ def tinted_spot(png, strip):
 def window_titled(shell, title):
     # Qt names the app after a dialog's own title where the shell shows
     # titles as given ("Choose folders … — ZQB Agent").
-    matches = [w for w in shell.windows()
-               if w["title"] in (title, title + " \u2014 ZQB Agent")]
+    matches = [w for w in shell.windows() if w["rect"]["w"] > 0 and
+               w["title"] in (title, title + " \u2014 ZQB Agent")]
     return matches[0] if matches else None
 
 
