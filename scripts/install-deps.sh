@@ -6,7 +6,7 @@ set -euo pipefail
 build_packages=(
   build-essential cmake ninja-build pkg-config
   qt6-base-dev qt6-base-dev-tools qt6-svg-dev libqt6svg6 qt6-qpa-plugins qt6-wayland
-  nlohmann-json3-dev
+  nlohmann-json3-dev libxcb1-dev
   dbus dbus-x11 xvfb xauth fonts-dejavu-core
 )
 test_packages=(

@@ -5,10 +5,10 @@
 #include "NotificationCenter.h"
 #include "StatusIcon.h"
 #include "StatusItemToolTip.h"
+#include "TrayHostWatch.h"
 #include "WindowActivation.h"
 
 #include <QAction>
-#include <QEvent>
 #include <QApplication>
 #include <QKeySequence>
 #include <QMenu>
@@ -23,7 +23,7 @@ AppDelegate::AppDelegate(QObject *parent)
 
 AppDelegate::~AppDelegate() = default;
 
-void AppDelegate::applicationDidFinishLaunching(QWidget *firstFrameOf)
+void AppDelegate::applicationDidFinishLaunching(const QDBusConnection &bus)
 {
     if (m_launched)
         return;
@@ -37,40 +37,19 @@ void AppDelegate::applicationDidFinishLaunching(QWidget *firstFrameOf)
     // The window is made after launch; look for it once the event loop turns.
     QTimer::singleShot(0, this, &AppDelegate::rememberMainWindow);
 
-    if (!firstFrameOf) {
-        putStatusItemInTray();
-        return;
-    }
-    // Registering with the tray host takes a few milliseconds: they come after
-    // the window's first frame rather than before it. A window that is never
-    // drawn (started minimised, or a compositor holding frames back) does not
-    // keep the tray empty for long.
-    m_firstFrameOf = firstFrameOf;
-    firstFrameOf->installEventFilter(this);
-    QTimer::singleShot(firstFrameTimeoutMs, this, &AppDelegate::putStatusItemInTray);
+    // The status item lives while a tray host does: made when one appears
+    // (at start, minutes later at login, again after it restarted), dropped
+    // when the last one goes. Without a host the app runs as without a tray.
+    m_trayHosts = std::make_unique<TrayHostWatch>(bus);
+    connect(m_trayHosts.get(), &TrayHostWatch::trayAppeared, this, &AppDelegate::placeStatusItem);
+    connect(m_trayHosts.get(), &TrayHostWatch::trayGone, this, &AppDelegate::removeStatusItem);
 }
 
-bool AppDelegate::eventFilter(QObject *watched, QEvent *event)
+void AppDelegate::placeStatusItem()
 {
-    // A window closed before its first frame has nothing left to wait for.
-    if (watched == m_firstFrameOf &&
-        (event->type() == QEvent::Paint || event->type() == QEvent::Hide)) {
-        watched->removeEventFilter(this);
-        m_firstFrameOf = nullptr;
-        // Queued: runs once the frame under way has been drawn and flushed.
-        QMetaObject::invokeMethod(this, &AppDelegate::putStatusItemInTray, Qt::QueuedConnection);
-    }
-    return QObject::eventFilter(watched, event);
-}
-
-void AppDelegate::putStatusItemInTray()
-{
-    if (m_statusItem)
-        return;
-    if (m_firstFrameOf) {
-        m_firstFrameOf->removeEventFilter(this);
-        m_firstFrameOf = nullptr;
-    }
+    // A host that came back has forgotten the item it knew: a new item
+    // registers with it afresh.
+    removeStatusItem();
 
     m_menu = std::make_unique<QMenu>();
     m_menu->addAction(openTitle, this, &AppDelegate::openAgent);
@@ -91,7 +70,17 @@ void AppDelegate::putStatusItemInTray()
                     applicationShouldHandleReopen(m_mainWindow && m_mainWindow->isVisible());
             });
     m_statusItem->show();
-    emit statusItemInTray();
+    emit statusItemChanged();
+}
+
+void AppDelegate::removeStatusItem()
+{
+    if (!m_statusItem)
+        return;
+    // The item first: it refers to the menu.
+    m_statusItem.reset();
+    m_menu.reset();
+    emit statusItemChanged();
 }
 
 void AppDelegate::rememberMainWindow()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusConnection>
 #include <QKeySequence>
 #include <QObject>
 #include <QPointer>
@@ -11,6 +12,7 @@
 #include <memory>
 
 class QMenu;
+class TrayHostWatch;
 class QSystemTrayIcon;
 
 // The app's permanent presence in the tray: a status item whose colour follows
@@ -41,19 +43,16 @@ public:
     explicit AppDelegate(QObject *parent = nullptr);
     ~AppDelegate() override;
 
-    // Starts following the engine's state, puts the status item in the tray
-    // and looks for the main window once the event loop has had one turn.
-    // Given the window about to be shown, the item goes into the tray once
-    // that window's first frame is out (or after firstFrameTimeoutMs without
-    // one), in the look of the last state heard meanwhile.
-    void applicationDidFinishLaunching(QWidget *firstFrameOf = nullptr);
-    static constexpr int firstFrameTimeoutMs = 1000;
+    // Starts following the engine's state, looks for the main window once
+    // the event loop has had one turn, and from then on keeps the status item
+    // in the tray whenever the desktop on `bus` has a tray host.
+    void applicationDidFinishLaunching(const QDBusConnection &bus = QDBusConnection::sessionBus());
     // The user launched the running app again (or clicked its tray icon). A
     // launch passes on the activation token it was started with, if any.
     bool applicationShouldHandleReopen(bool hasVisibleWindows, const QString &activationToken = {});
     bool applicationShouldTerminateAfterLastWindowClosed() const { return false; }
 
-    // Null until the item is in the tray (see applicationDidFinishLaunching).
+    // The item and its menu while a tray host shows them; null otherwise.
     QSystemTrayIcon *statusItem() const { return m_statusItem.get(); }
     QMenu *statusMenu() const { return m_menu.get(); }
     QWidget *mainWindow() const { return m_mainWindow; }
@@ -77,16 +76,15 @@ public slots:
     void quit();
 
 signals:
-    void statusItemInTray();
+    // The item was made anew for a tray host that appeared, or dropped.
+    void statusItemChanged();
     void lookChanged(AppDelegate::Look look);
     // Only when the text changes.
     void toolTipChanged(const QString &toolTip);
 
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 private:
-    void putStatusItemInTray();
+    void placeStatusItem();
+    void removeStatusItem();
     void applyLook(Look look);
     void applyToolTip(const QString &toolTip);
     void bringMainWindowForward(const QString &activationToken);
@@ -95,7 +93,7 @@ private:
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_statusItem;
     QPointer<QWidget> m_mainWindow;
-    QPointer<QWidget> m_firstFrameOf;
+    std::unique_ptr<TrayHostWatch> m_trayHosts;
     bool m_launched = false;
     Look m_look = Look::Untinted;
     QString m_toolTip = mainWindowTitle;

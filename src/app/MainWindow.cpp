@@ -3,13 +3,12 @@
 #include "AgentModel.h"
 #include "AgentView.h"
 #include "AppDelegate.h"
-#include "PeriodicRefresh.h"
 
 #include <QAction>
 #include <QKeySequence>
 
-MainWindow::MainWindow(AgentModel &model, PeriodicRefresh &refresh, QWidget *parent)
-    : QMainWindow(parent), m_model(model), m_refresh(refresh)
+MainWindow::MainWindow(AgentModel &model, QWidget *parent)
+    : QMainWindow(parent), m_model(model)
 {
     setWindowTitle(QStringLiteral("ZQB Agent"));
     setAttribute(Qt::WA_DeleteOnClose, false);
@@ -23,9 +22,7 @@ MainWindow::MainWindow(AgentModel &model, PeriodicRefresh &refresh, QWidget *par
 
 void MainWindow::setVisible(bool visible)
 {
-    if (visible && !centralWidget()) {
-        m_refresh.start();
+    if (visible && !centralWidget())
         setCentralWidget(new AgentView(m_model, scheduleIntervals, this));
-    }
     QMainWindow::setVisible(visible);
 }

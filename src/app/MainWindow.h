@@ -4,7 +4,6 @@
 #include <QMainWindow>
 
 class AgentModel;
-class PeriodicRefresh;
 
 // The app's one window, titled "ZQB Agent", hosting the main view. Closing it
 // only hides it; the app keeps running in the tray. It has no menu bar and so
@@ -15,13 +14,10 @@ class MainWindow : public QMainWindow
 public:
     static inline const QList<qint64> scheduleIntervals = {15, 60, 240, 720, 1440};
 
-    MainWindow(AgentModel &model, PeriodicRefresh &refresh, QWidget *parent = nullptr);
+    explicit MainWindow(AgentModel &model, QWidget *parent = nullptr);
 
-    // The first show starts the model and its periodic refresh (unless a
-    // background start already has), then builds the view: the engine's
-    // first status is on its way while the view is built and laid out, and
-    // is usually in the first frame. After a background start the view is
-    // built from the model's current state, with no refresh of its own.
+    // The first show builds the view from the model's current state; a
+    // window never shown (a start in the background) has none.
     void setVisible(bool visible) override;
 
 signals:
@@ -30,5 +26,4 @@ signals:
 
 private:
     AgentModel &m_model;
-    PeriodicRefresh &m_refresh;
 };

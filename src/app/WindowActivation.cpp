@@ -1,6 +1,7 @@
 #include "WindowActivation.h"
 
 #include "AgentRunner.h"
+#include "X11Launch.h"
 
 #include <QEvent>
 #include <QPointer>
@@ -20,6 +21,17 @@ void requestActivation(QWidget *window, const QString &token)
 {
     if (token.isEmpty()) {
         window->activateWindow();
+        return;
+    }
+    if (X11Launch::isActive()) {
+        // Under X11 the token is a startup id: the window manager gives the
+        // focus for the launch's time, and the launcher's "starting"
+        // feedback ends once the window is up.
+        if (const quint32 time = X11Launch::launchTime(token); time != 0)
+            X11Launch::requestActivation(window, time);
+        else
+            window->activateWindow();
+        X11Launch::endStartupNotification(token);
         return;
     }
     // The platform reads the variable during the request; engines started on
@@ -72,8 +84,11 @@ private:
 QString WindowActivation::takeLaunchToken()
 {
     const std::lock_guard locked(AgentRunner::environmentLock());
-    const QString token = qEnvironmentVariable(tokenVariable);
+    QString token = qEnvironmentVariable(tokenVariable);
+    if (token.isEmpty())
+        token = qEnvironmentVariable(startupIdVariable);
     qunsetenv(tokenVariable);
+    qunsetenv(startupIdVariable);
     return token;
 }
 

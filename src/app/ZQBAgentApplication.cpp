@@ -7,6 +7,7 @@
 #include "MainWindow.h"
 #include "PeriodicRefresh.h"
 #include "Symbols.h"
+#include "WindowActivation.h"
 
 #include <QApplication>
 
@@ -30,8 +31,11 @@ AgentModel &ZQBAgentApplication::model()
         [delegate](const QString &title, const QString &body) {
             delegate->showStatusMessage(title, body);
         });
-    m_folderChooser = m_options.makeFolderChooser ? m_options.makeFolderChooser()
-                                                  : std::make_unique<DialogFolderChooser>();
+    // The folder panel belongs to the main window (made after the model).
+    m_folderChooser = m_options.makeFolderChooser
+                          ? m_options.makeFolderChooser()
+                          : std::make_unique<DialogFolderChooser>(
+                                [this]() -> QWidget * { return m_mainWindow.get(); });
 
     AgentModel::Services services{m_options.runner, m_notifier.get(), m_folderChooser.get()};
     m_model = std::make_unique<AgentModel>(std::move(services));
@@ -49,30 +53,36 @@ PeriodicRefresh &ZQBAgentApplication::periodicRefresh()
 MainWindow &ZQBAgentApplication::mainWindow()
 {
     if (!m_mainWindow) {
-        m_mainWindow = std::make_unique<MainWindow>(model(), periodicRefresh());
+        m_mainWindow = std::make_unique<MainWindow>(model());
         connect(m_mainWindow.get(), &MainWindow::quitRequested, m_appDelegate.get(),
                 &AppDelegate::quit);
     }
     return *m_mainWindow;
 }
 
-void ZQBAgentApplication::launch(Start start)
+void ZQBAgentApplication::launch(Start start, const QString &activationToken)
 {
-    // Made but not shown in the background: an unshown window has no native
-    // window and no view yet, and the delegate can still find it by its title.
+    // The app's icon for every window it shows and for the desktop's window
+    // list; set before the first window exists, so it is there when mapped.
+    QApplication::setWindowIcon(Symbols::appIcon());
+
+    // The model, then the window that shows it (its view is built on its
+    // first show: a start in the background builds none).
+    model();
     MainWindow &window = mainWindow();
-    // Drawing the window icon at its five sizes and sending them to the window
-    // system takes a millisecond or more: the icon comes with the tray item,
-    // after the window's first frame.
-    connect(
-        m_appDelegate.get(), &AppDelegate::statusItemInTray, this,
-        [] { QApplication::setWindowIcon(Symbols::appIcon()); }, Qt::SingleShotConnection);
-    if (start == Start::Background) {
-        m_appDelegate->applicationDidFinishLaunching();
-        periodicRefresh().start();
-    } else {
-        // The window's first frame first; the tray item follows it.
-        m_appDelegate->applicationDidFinishLaunching(&window);
-        window.show();
-    }
+
+    // The delegate observes the status broadcast before the first refresh can
+    // post one, so the tray item's first look is the engine's state. It finds
+    // the window by its title and puts the status item in the tray once a
+    // tray host is there.
+    m_appDelegate->applicationDidFinishLaunching();
+
+    // The model starts and refreshes every 15 seconds whether or not the
+    // window is ever shown: the tray and the completion announcements follow
+    // the engine from the start. Started before the window shows, so the
+    // engine's first answer is on its way while the view is built.
+    periodicRefresh().start();
+
+    if (start == Start::Window)
+        WindowActivation::bringForward(&window, activationToken);
 }

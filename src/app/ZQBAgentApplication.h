@@ -44,14 +44,16 @@ public:
     PeriodicRefresh &periodicRefresh();
 
     enum class Start {
-        Window,     // show the window, whose first show starts the model
-        Background, // start the model and its refresh now; the window stays hidden
+        Window,     // show the window
+        Background, // leave the window hidden (at login)
     };
 
-    // Start-up: the window scene and the status item, then either the first
-    // showing of the window (the item joins the tray after its first frame)
-    // or a start in the background (the item at once).
-    void launch(Start start = Start::Window);
+    // Start-up, in this order: the app's icon, the model, the window, the
+    // delegate with its status item (in the tray whenever a tray host is
+    // there), the model's start and refresh, then the window shown and
+    // brought forward with the launch's activation token, unless the start
+    // is in the background.
+    void launch(Start start = Start::Window, const QString &activationToken = {});
 
 private:
     Options m_options;

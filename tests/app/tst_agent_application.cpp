@@ -3,6 +3,7 @@
 #include "AppDelegate.h"
 #include "FakeEngine.h"
 #include "IconTint.h"
+#include "TestTrayHost.h"
 #include "MainWindow.h"
 #include "ZQBAgentApplication.h"
 
@@ -15,6 +16,10 @@
 #include <QAction>
 #include <QApplication>
 #include <QChildEvent>
+#include <QFileDialog>
+#include <QPointer>
+#include <QPushButton>
+#include <QWindow>
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <QTest>
@@ -92,6 +97,7 @@ class AgentApplicationTest : public QObject
 
     std::unique_ptr<FakeEngine> m_engine;
     std::unique_ptr<ZQBAgentApplication> m_app;
+    TestTrayHost m_tray;
 
     ZQBAgentApplication &makeApp()
     {
@@ -103,6 +109,8 @@ class AgentApplicationTest : public QObject
     }
 
 private slots:
+    void initTestCase() { QVERIFY(m_tray.start()); }
+
     void init()
     {
         m_engine = std::make_unique<FakeEngine>();
@@ -148,7 +156,7 @@ private slots:
         QTRY_COMPARE(app.appDelegate().mainWindow(), &window);
     }
 
-    void firstShowStartsTheModelThenBuildsTheView()
+    void launchStartsTheModelThenBuildsTheView()
     {
         // The engine is asked while the view is still being built and laid
         // out, so its answer can make the first frame.
@@ -156,7 +164,7 @@ private slots:
         MainWindow &window = app.mainWindow();
         QVERIFY(!window.findChild<AgentView *>());
         ChildWatch watch(window, [&app] { return app.model().started(); });
-        window.show();
+        app.launch();
         QCOMPARE(window.findChildren<AgentView *>().size(), 1);
         QVERIFY2(watch.seen && watch.answer, "the model had started when the view was made");
         QTRY_VERIFY(m_engine->commands().contains(QStringLiteral("ui-status")));
@@ -179,20 +187,18 @@ private slots:
         app.launch();
         QCOMPARE(delegate.look(), AppDelegate::Look::Untinted);
         QTRY_COMPARE(delegate.look(), AppDelegate::Look::Green);
-        QTRY_VERIFY(delegate.statusItem()); // in the tray after the window's first frame
+        QTRY_VERIFY(delegate.statusItem()); // in the tray once its host has answered
         const QImage icon = delegate.statusItem()->icon().pixmap(QSize(32, 32)).toImage();
         QCOMPARE(tintName(icon), QStringLiteral("green"));
         QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("Connected"));
     }
 
-    void theWindowIconComesWithTheTrayItem()
+    void theWindowShowsTheAppIconFromItsFirstShow()
     {
         ZQBAgentApplication &app = makeApp();
         app.launch();
         MainWindow &window = app.mainWindow();
         QVERIFY(window.isVisible());
-        QVERIFY(window.windowIcon().isNull()); // nothing drawn for it before the first frame
-        QTRY_VERIFY(app.appDelegate().statusItem());
         QVERIFY(!window.windowIcon().isNull());
         QCOMPARE(window.windowIcon().availableSizes(), Symbols::appIcon().availableSizes());
         QCOMPARE(window.windowIcon().pixmap(32, 32).toImage(),
@@ -203,8 +209,8 @@ private slots:
     {
         ZQBAgentApplication &app = makeApp();
         app.launch(ZQBAgentApplication::Start::Background);
-        QVERIFY(app.appDelegate().statusItem());
         QCOMPARE(QApplication::windowIcon().availableSizes(), Symbols::appIcon().availableSizes());
+        QTRY_VERIFY(app.appDelegate().statusItem()); // once the tray host has answered
     }
 
     void backgroundStartRefreshesWithTheWindowNeverShown()
@@ -218,6 +224,7 @@ private slots:
         QVERIFY(app.model().started());
         QCOMPARE(app.modelsCreated(), 1);
         QTRY_COMPARE_WITH_TIMEOUT(app.appDelegate().look(), AppDelegate::Look::Green, 20000);
+        QTRY_VERIFY(app.appDelegate().statusItem());
         QCOMPARE(app.appDelegate().statusItem()->toolTip(), QStringLiteral("Connected"));
         // The timer keeps refreshing while nothing is on screen.
         QTRY_VERIFY_WITH_TIMEOUT(m_engine->commands().count(QStringLiteral("ui-status")) >= 4,
@@ -237,6 +244,7 @@ private slots:
         app.launch(ZQBAgentApplication::Start::Background);
         QTRY_VERIFY_WITH_TIMEOUT(app.model().status().has_value(), 20000);
         // Not enrolled: the connection check asks the engine to check its service.
+        QTRY_VERIFY(app.appDelegate().statusMenu());
         app.appDelegate().statusMenu()->actions()[1]->trigger();
         QTRY_VERIFY_WITH_TIMEOUT(m_engine->commands().contains(QStringLiteral("check-service")),
                                  20000);
@@ -253,6 +261,7 @@ private slots:
         QTest::qWait(50);
         QCOMPARE(m_engine->commands(), QStringList{"ui-status"});
 
+        QTRY_VERIFY(app.appDelegate().statusMenu());
         app.appDelegate().statusMenu()->actions()[0]->trigger(); // "Open ZQB Agent"
         MainWindow &window = app.mainWindow();
         QVERIFY(window.isVisible());
@@ -290,13 +299,64 @@ private slots:
         ZQBAgentApplication &app = makeApp();
         app.launch();
         QTRY_VERIFY(app.model().status().has_value());
-        QTRY_VERIFY(app.appDelegate().statusMenu()); // in the tray after the first frame
+        QTRY_VERIFY(app.appDelegate().statusMenu()); // in the tray once its host has answered
         app.mainWindow().hide();
 
         app.appDelegate().statusMenu()->actions()[1]->trigger();
         QVERIFY(app.mainWindow().isVisible());
         // Not enrolled: the connection check asks the engine to check its service.
         QTRY_VERIFY(m_engine->commands().contains(QStringLiteral("check-service")));
+    }
+
+    // The app's own folder panel, opened with "Add folders…": a child of the
+    // main window, centred over it and modal to it alone.
+    void theFolderPanelBelongsToTheMainWindow()
+    {
+        m_engine->answer(QStringLiteral("ui-status"), statusDocument("connected", true));
+        ZQBAgentApplication::Options options{AgentRunner(m_engine->path()), {}};
+        m_app = std::make_unique<ZQBAgentApplication>(std::move(options));
+        m_app->appDelegate().setTerminate([] {});
+        ZQBAgentApplication &app = *m_app;
+        app.launch();
+        MainWindow &window = app.mainWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        auto *add = window.findChild<QPushButton *>(QStringLiteral("addFoldersButton"));
+        QVERIFY(add);
+        QTRY_VERIFY(app.model().status().has_value());
+        QTRY_VERIFY(add->isVisible() && add->isEnabled());
+
+        QPointer<QFileDialog> panel;
+        QWidget *parent = nullptr;
+        QWindow *transientParent = nullptr;
+        Qt::WindowModality modality = Qt::NonModal;
+        QPoint panelCentre;
+        QTimer poll;
+        poll.setInterval(20);
+        connect(&poll, &QTimer::timeout, this, [&] {
+            auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+            if (!dialog || !dialog->isVisible() || !dialog->windowHandle())
+                return;
+            poll.stop();
+            panel = dialog;
+            parent = dialog->parentWidget();
+            transientParent = dialog->windowHandle()->transientParent();
+            modality = dialog->windowModality();
+            panelCentre = dialog->frameGeometry().center();
+            dialog->reject();
+        });
+        poll.start();
+        add->click(); // returns once the panel is closed
+        poll.stop();
+
+        QVERIFY2(!panelCentre.isNull(), "the folder panel opened");
+        QCOMPARE(parent, static_cast<QWidget *>(&window));
+        QCOMPARE(transientParent, window.windowHandle());
+        QCOMPARE(modality, Qt::WindowModal);
+        const QPoint offset = panelCentre - window.frameGeometry().center();
+        QVERIFY2(offset.manhattanLength() <= 4,
+                 qPrintable(QStringLiteral("panel centre off by %1,%2")
+                                .arg(offset.x())
+                                .arg(offset.y())));
     }
 
     void closingTheWindowLeavesTheAppRunning()
@@ -310,8 +370,8 @@ private slots:
         QTimer::singleShot(300, qApp, [] { QCoreApplication::exit(42); });
         QCOMPARE(QApplication::exec(), 42);
         QVERIFY(!window.isVisible());
-        QVERIFY(app.appDelegate().statusItem()->isVisible() ||
-                !QSystemTrayIcon::isSystemTrayAvailable());
+        QTRY_VERIFY(app.appDelegate().statusItem());
+        QVERIFY(app.appDelegate().statusItem()->isVisible());
     }
 
     void reopeningKeepsTheSameWindowAndModel()

@@ -1,6 +1,7 @@
 // The tray status item and window management, offscreen.
 #include "AppDelegate.h"
 #include "IconTint.h"
+#include "TestTrayHost.h"
 
 #include "AgentPaths.h"
 #include "NotificationCenter.h"
@@ -39,6 +40,14 @@ int visibleWindowCount()
     return count;
 }
 
+// Launched on a desktop whose tray host is up: the item is in the tray once
+// the host has answered.
+bool launchedInTray(AppDelegate &delegate)
+{
+    delegate.applicationDidFinishLaunching();
+    return QTest::qWaitFor([&delegate] { return delegate.statusItem() != nullptr; }, 10000);
+}
+
 std::unique_ptr<QWidget> makeMainWindow(const QString &title = QStringLiteral("ZQB Agent"))
 {
     auto window = std::make_unique<QWidget>();
@@ -47,34 +56,17 @@ std::unique_ptr<QWidget> makeMainWindow(const QString &title = QStringLiteral("Z
     return window;
 }
 
-// Calls `painted` on each Paint event the widget receives.
-class PaintWatch : public QObject
-{
-public:
-    PaintWatch(QWidget &widget, std::function<void()> painted) : m_painted(std::move(painted))
-    {
-        widget.installEventFilter(this);
-    }
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint)
-            m_painted();
-        return QObject::eventFilter(watched, event);
-    }
-
-private:
-    std::function<void()> m_painted;
-};
-
 } // namespace
 
 class AppDelegateTest : public QObject
 {
     Q_OBJECT
 
+    TestTrayHost m_tray;
+
 private slots:
+    void initTestCase() { QVERIFY(m_tray.start()); }
+
     void cleanup()
     {
         // Windows of one test never leak into the next one's search.
@@ -87,7 +79,7 @@ private slots:
     void menuHasFourEntriesInOrder()
     {
         AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         QVERIFY(delegate.statusItem());
         QCOMPARE(delegate.statusItem()->contextMenu(), delegate.statusMenu());
         QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("ZQB Agent"));
@@ -110,7 +102,7 @@ private slots:
         AppDelegate delegate;
         int quits = 0;
         delegate.setTerminate([&quits] { ++quits; });
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         delegate.statusMenu()->actions()[3]->trigger();
         QCOMPARE(quits, 1);
     }
@@ -119,7 +111,7 @@ private slots:
     {
         // The default quit really ends a running event loop.
         AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         QTimer::singleShot(0, &delegate, &AppDelegate::quit);
         QTimer::singleShot(5000, qApp, [] { QCoreApplication::exit(42); });
         QCOMPARE(QApplication::exec(), 0);
@@ -128,7 +120,7 @@ private slots:
     void untintedUntilTheFirstBroadcast()
     {
         AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         QCOMPARE(delegate.look(), AppDelegate::Look::Untinted);
         QCOMPARE(tintName(trayImage(delegate)), QStringLiteral("grey"));
     }
@@ -162,7 +154,7 @@ private slots:
         QFETCH(AppDelegate::Look, look);
         QFETCH(QString, tint);
         AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         NotificationCenter::defaultCenter().post(statusNotification(), userInfo);
         QCOMPARE(delegate.look(), look);
         QCOMPARE(tintName(trayImage(delegate)), tint);
@@ -171,7 +163,7 @@ private slots:
     void looksChangeBackAndForth()
     {
         AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         QSignalSpy changes(&delegate, &AppDelegate::lookChanged);
         auto &center = NotificationCenter::defaultCenter();
         center.post(statusNotification(), {{"state", QStringLiteral("connected")}});
@@ -184,7 +176,7 @@ private slots:
     void toolTipStartsAsTheAppName()
     {
         AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("ZQB Agent"));
         QCOMPARE(delegate.toolTip(), QStringLiteral("ZQB Agent"));
     }
@@ -192,7 +184,7 @@ private slots:
     void toolTipTellsTheStateAndTheRunningBackup()
     {
         AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         QSignalSpy changes(&delegate, &AppDelegate::toolTipChanged);
         auto &center = NotificationCenter::defaultCenter();
         auto post = [&center](const RuntimeStatus &runtime) {
@@ -242,7 +234,7 @@ private slots:
     void toolTipFromABareState()
     {
         AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         auto &center = NotificationCenter::defaultCenter();
         center.post(statusNotification(), {{"state", QStringLiteral("waiting-for-target")}});
         QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("Waiting For Target"));
@@ -254,7 +246,7 @@ private slots:
     void checkConnectionPostsAndBringsTheWindowForward()
     {
         AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         auto window = makeMainWindow();
         QObject observer;
         int requests = 0;
@@ -276,7 +268,7 @@ private slots:
     void checkConnectionWithoutListenersStillOpensTheWindow()
     {
         AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         auto window = makeMainWindow();
         window->showMinimized();
         delegate.checkConnection();
@@ -286,12 +278,12 @@ private slots:
 
     void openEntryShowsTheSameWindowAfterClosing()
     {
-        AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
         auto window = makeMainWindow();
         QPointer<QWidget> guard(window.get());
         window->setAttribute(Qt::WA_DeleteOnClose, true); // remembering clears this
         window->show();
+        AppDelegate delegate;
+        QVERIFY(launchedInTray(delegate));
         QTRY_COMPARE(delegate.mainWindow(), window.get()); // the deferred lookup ran
         QVERIFY(!window->testAttribute(Qt::WA_DeleteOnClose));
 
@@ -310,7 +302,7 @@ private slots:
     void openWithoutWindowCreatesNone()
     {
         AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         const int before = QApplication::topLevelWidgets().size();
         delegate.openAgent();
         QVERIFY(!delegate.mainWindow());
@@ -358,7 +350,7 @@ private slots:
     void reopenAnswersTrueAndShowsTheWindow()
     {
         AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         auto window = makeMainWindow();
         QVERIFY(delegate.applicationShouldHandleReopen(false));
         QVERIFY(window->isVisible());
@@ -374,7 +366,7 @@ private slots:
     {
         qunsetenv("XDG_ACTIVATION_TOKEN");
         AppDelegate delegate;
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         auto window = makeMainWindow();
 
         QVERIFY(delegate.applicationShouldHandleReopen(false, QStringLiteral("launch-1")));
@@ -406,100 +398,77 @@ private slots:
         AppDelegate delegate;
         delegate.statusChanged({{"state", QStringLiteral("connected")}});
         QCOMPARE(delegate.look(), AppDelegate::Look::Untinted);
-        delegate.applicationDidFinishLaunching();
+        QVERIFY(launchedInTray(delegate));
         QCOMPARE(delegate.look(), AppDelegate::Look::Untinted);
+        QCOMPARE(tintName(trayImage(delegate)), QStringLiteral("grey"));
     }
 
-    void theItemJoinsTheTrayAfterTheWindowsFirstFrame()
+    // At login the app may start before the panel's tray host.
+    void theItemComesWhenATrayHostAppears()
     {
-        const auto window = makeMainWindow();
-        bool painted = false;
-        bool paintedBeforeTheItem = false;
-        PaintWatch watch(*window, [&painted] { painted = true; });
+        QVERIFY(m_tray.stop());
         AppDelegate delegate;
-        QSignalSpy inTray(&delegate, &AppDelegate::statusItemInTray);
-        connect(&delegate, &AppDelegate::statusItemInTray, this,
-                [&] { paintedBeforeTheItem = painted; });
-        delegate.applicationDidFinishLaunching(window.get());
-        QVERIFY(!delegate.statusItem());
+        QSignalSpy itemChanges(&delegate, &AppDelegate::statusItemChanged);
+        delegate.applicationDidFinishLaunching();
+        QTest::qWait(300);
+        QVERIFY(!delegate.statusItem()); // no item that nobody shows
 
-        // Launched: what is heard before the item exists is not lost.
+        // What is heard meanwhile is not lost.
         NotificationCenter::defaultCenter().post(
             statusNotification(), {{"state", QStringLiteral("connected")}});
         QCOMPARE(delegate.look(), AppDelegate::Look::Green);
-        QCOMPARE(delegate.toolTip(), QStringLiteral("Connected"));
         QVERIFY(!delegate.statusItem());
+        // The menu entries still work through the window.
+        auto window = makeMainWindow();
+        delegate.openAgent();
+        QVERIFY(window->isVisible());
 
-        window->show();
-        QTRY_COMPARE(inTray.size(), 1);
-        QVERIFY2(paintedBeforeTheItem, "the window's first frame came first");
-        QVERIFY(delegate.statusItem());
+        QVERIFY(m_tray.start());
+        QTRY_VERIFY(delegate.statusItem());
+        QCOMPARE(itemChanges.size(), 1);
         QCOMPARE(tintName(trayImage(delegate)), QStringLiteral("green"));
         QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("Connected"));
         QCOMPARE(delegate.statusMenu()->actions().size(), 4);
+        QCOMPARE(delegate.statusMenu()->actions()[0]->text(), QStringLiteral("Open ZQB Agent"));
+    }
 
-        // Later frames change nothing; later states reach the item itself.
-        window->update();
-        QTest::qWait(50);
-        QCOMPARE(inTray.size(), 1);
+    // A panel that crashes and restarts forgets the items it showed.
+    void theItemComesBackWithARestartedTrayHost()
+    {
+        AppDelegate delegate;
+        QVERIFY(launchedInTray(delegate));
+        QSignalSpy itemChanges(&delegate, &AppDelegate::statusItemChanged);
         NotificationCenter::defaultCenter().post(
             statusNotification(), {{"state", QStringLiteral("backing-up")}});
+
+        QVERIFY(m_tray.stop());
+        QTRY_VERIFY(!delegate.statusItem());
+        QVERIFY(!delegate.statusMenu());
+        QCOMPARE(itemChanges.size(), 1);
+
+        QVERIFY(m_tray.start());
+        QTRY_VERIFY(delegate.statusItem());
+        QCOMPARE(itemChanges.size(), 2);
         QCOMPARE(tintName(trayImage(delegate)), QStringLiteral("orange"));
-    }
-
-    void aWindowNeverDrawnStillGetsTheItemSoon()
-    {
-        const auto window = makeMainWindow(); // never shown
-        AppDelegate delegate;
-        QSignalSpy inTray(&delegate, &AppDelegate::statusItemInTray);
-        QElapsedTimer clock;
-        clock.start();
-        delegate.applicationDidFinishLaunching(window.get());
-        QTest::qWait(AppDelegate::firstFrameTimeoutMs / 4);
-        QVERIFY(!delegate.statusItem());
-        QTRY_COMPARE_WITH_TIMEOUT(inTray.size(), 1, 4 * AppDelegate::firstFrameTimeoutMs);
-        QVERIFY(clock.elapsed() >= AppDelegate::firstFrameTimeoutMs);
-        QCOMPARE(tintName(trayImage(delegate)), QStringLiteral("grey"));
-        // Shown and drawn afterwards: still one item.
-        window->show();
-        QTest::qWait(100);
-        QCOMPARE(inTray.size(), 1);
-    }
-
-    void aWindowClosedBeforeItsFirstFrameGetsTheItemAtOnce()
-    {
-        const auto window = makeMainWindow();
-        AppDelegate delegate;
-        QSignalSpy inTray(&delegate, &AppDelegate::statusItemInTray);
-        delegate.applicationDidFinishLaunching(window.get());
-        window->show();
-        window->close(); // before any event could draw it
-        QElapsedTimer clock;
-        clock.start();
-        QTRY_COMPARE(inTray.size(), 1);
-        QVERIFY(clock.elapsed() < AppDelegate::firstFrameTimeoutMs);
-    }
-
-    void aWindowGoneBeforeItsFirstFrameStillGetsTheItem()
-    {
-        auto window = makeMainWindow();
-        AppDelegate delegate;
-        QSignalSpy inTray(&delegate, &AppDelegate::statusItemInTray);
-        delegate.applicationDidFinishLaunching(window.get());
-        window.reset();
-        QTRY_COMPARE_WITH_TIMEOUT(inTray.size(), 1, 4 * AppDelegate::firstFrameTimeoutMs);
-        QVERIFY(delegate.statusItem());
+        QCOMPARE(delegate.statusItem()->toolTip(), QStringLiteral("Backing Up"));
+        QCOMPARE(delegate.statusItem()->contextMenu(), delegate.statusMenu());
+        QCOMPARE(delegate.statusMenu()->actions().size(), 4);
+        int quits = 0;
+        delegate.setTerminate([&quits] { ++quits; });
+        delegate.statusMenu()->actions()[3]->trigger();
+        QCOMPARE(quits, 1);
     }
 
     void launchingTwiceMakesOneItem()
     {
         AppDelegate delegate;
-        QSignalSpy inTray(&delegate, &AppDelegate::statusItemInTray);
-        delegate.applicationDidFinishLaunching();
+        QSignalSpy itemChanges(&delegate, &AppDelegate::statusItemChanged);
+        QVERIFY(launchedInTray(delegate));
         QSystemTrayIcon *item = delegate.statusItem();
         delegate.applicationDidFinishLaunching();
+        QTest::qWait(200);
         QCOMPARE(delegate.statusItem(), item);
-        QCOMPARE(inTray.size(), 1);
+        QCOMPARE(itemChanges.size(), 1);
     }
 };
 

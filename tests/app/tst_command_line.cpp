@@ -4,6 +4,7 @@
 #include "SingleInstance.h"
 
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
@@ -143,6 +144,72 @@ private slots:
         QCOMPARE(run.exitCode, 0);
         QVERIFY2(run.out.contains(QStringLiteral("--background")), qPrintable(run.out));
         QCOMPARE(run.err, QString());
+    }
+
+    // Started where no display server runs yet (a login script, a service):
+    // one clear line and status 1, not Qt's abort and a core dump.
+    void withoutADisplayTheAppSaysSoAndEnds_data()
+    {
+        QTest::addColumn<QString>("platform");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("no platform chosen") << QString() << QStringList();
+        QTest::newRow("X11 chosen") << QStringLiteral("xcb") << QStringList();
+        QTest::newRow("Wayland chosen") << QStringLiteral("wayland") << QStringList();
+        QTest::newRow("either") << QStringLiteral("wayland;xcb") << QStringList();
+        QTest::newRow("in the background") << QString() << QStringList{"--background"};
+    }
+
+    void withoutADisplayTheAppSaysSoAndEnds()
+    {
+        QFETCH(QString, platform);
+        QFETCH(QStringList, arguments);
+        // What a session without a graphical desktop has: no display, no
+        // platform or one that needs a display, a session bus.
+        QProcessEnvironment env;
+        const QProcessEnvironment system = QProcessEnvironment::systemEnvironment();
+        for (const char *name : {"PATH", "HOME", "LANG", "LC_ALL", "DBUS_SESSION_BUS_ADDRESS"})
+            if (system.contains(QString::fromLatin1(name)))
+                env.insert(QString::fromLatin1(name), system.value(QString::fromLatin1(name)));
+        if (!platform.isEmpty())
+            env.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
+
+        QProcess app;
+        app.setProcessEnvironment(env);
+        app.start(QStringLiteral(ZQB_APP_EXECUTABLE), arguments);
+        QVERIFY(app.waitForFinished(30000));
+        QCOMPARE(app.exitStatus(), QProcess::NormalExit); // no abort, no core dump
+        QCOMPARE(app.exitCode(), 1);
+        QCOMPARE(app.readAllStandardOutput(), QByteArray());
+        const QString err = QString::fromLocal8Bit(app.readAllStandardError());
+        QCOMPARE(err.count(QLatin1Char('\n')), 1);
+        QVERIFY2(err.endsWith(QLatin1Char('\n')), qPrintable(err));
+        QVERIFY2(err.contains(QStringLiteral("DISPLAY")), qPrintable(err));
+        QVERIFY2(err.contains(QStringLiteral("WAYLAND_DISPLAY")), qPrintable(err));
+        // Nothing else was started: the single-instance name was never taken.
+        QVERIFY(!QDBusConnection::sessionBus()
+                     .interface()
+                     ->isServiceRegistered(SingleInstance::serviceName)
+                     .value());
+    }
+
+    void aPlatformWithoutADisplayStillStarts()
+    {
+        // Qt's offscreen platform needs no display: the check leaves it to Qt.
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.remove(QStringLiteral("DISPLAY"));
+        env.remove(QStringLiteral("WAYLAND_DISPLAY"));
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        QProcess app;
+        app.setProcessEnvironment(env);
+        app.start(QStringLiteral(ZQB_APP_EXECUTABLE), {QStringLiteral("--background")});
+        QVERIFY(app.waitForStarted(10000));
+        QDBusConnectionInterface *bus = QDBusConnection::sessionBus().interface();
+        QVERIFY(QTest::qWaitFor(
+            [bus] { return bus->isServiceRegistered(SingleInstance::serviceName).value(); },
+            20000));
+        QCOMPARE(app.state(), QProcess::Running);
+        app.terminate();
+        QVERIFY(app.waitForFinished(10000));
     }
 
     void unknownOptionFailsOnStandardError()

@@ -1,6 +1,7 @@
 // One app per session: the second launch asks the first to reopen its window.
 #include "SingleInstance.h"
 #include "WindowActivation.h"
+#include "X11Launch.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -118,6 +119,44 @@ private slots:
         QCOMPARE(WindowActivation::takeLaunchToken(), QStringLiteral("launcher-token-42"));
         QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
         QCOMPARE(WindowActivation::takeLaunchToken(), QString());
+    }
+
+    // GNOME 43's launcher, and X11 launchers, hand the token on as a startup id.
+    void aStartupIdIsTheTokenWhenThereIsNoOther()
+    {
+        qputenv("DESKTOP_STARTUP_ID", "gnome-shell/ZQB Agent/1234-5-host_TIME98765");
+        QCOMPARE(WindowActivation::takeLaunchToken(),
+                 QStringLiteral("gnome-shell/ZQB Agent/1234-5-host_TIME98765"));
+        QVERIFY(!qEnvironmentVariableIsSet("DESKTOP_STARTUP_ID"));
+
+        // Both given: the activation token wins, and neither stays behind.
+        qputenv("XDG_ACTIVATION_TOKEN", "wayland-token");
+        qputenv("DESKTOP_STARTUP_ID", "startup-id_TIME1");
+        QCOMPARE(WindowActivation::takeLaunchToken(), QStringLiteral("wayland-token"));
+        QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+        QVERIFY(!qEnvironmentVariableIsSet("DESKTOP_STARTUP_ID"));
+        QCOMPARE(WindowActivation::takeLaunchToken(), QString());
+    }
+
+    void aStartupIdCarriesTheLaunchTime()
+    {
+        QCOMPARE(X11Launch::launchTime(QStringLiteral("xfce4-panel-1234-host-0_TIME4242")),
+                 4242u);
+        QCOMPARE(X11Launch::launchTime(QStringLiteral("kde/app/42_TIME4294967295")), 4294967295u);
+        QCOMPARE(X11Launch::launchTime(QStringLiteral("no-time-here")), 0u);
+        QCOMPARE(X11Launch::launchTime(QStringLiteral("x_TIME4294967296")), 0u); // too large
+        QCOMPARE(X11Launch::launchTime(QStringLiteral("x_TIME12y")), 0u);
+    }
+
+    void theLauncherIsToldTheLaunchIsComplete()
+    {
+        QCOMPARE(X11Launch::removeMessage(QStringLiteral("panel-1_TIME5")),
+                 QByteArray("remove: ID=panel-1_TIME5"));
+        // GNOME's ids hold the app's name, blanks and all.
+        QCOMPARE(X11Launch::removeMessage(QStringLiteral("gnome-shell/ZQB Agent/1-2_TIME3")),
+                 QByteArray("remove: ID=\"gnome-shell/ZQB Agent/1-2_TIME3\""));
+        QCOMPARE(X11Launch::removeMessage(QStringLiteral("a\"b\\c")),
+                 QByteArray("remove: ID=\"a\\\"b\\\\c\""));
     }
 
     void withoutABusTheAppRunsAlone()

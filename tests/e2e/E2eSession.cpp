@@ -375,10 +375,26 @@ bool E2eSession::startDesktop(QString *why)
 
     if (!m_withTray)
         return true;
-    m_tray = startProcess(QStringLiteral(ZQB_E2E_SNI_HOST), {}, QStringLiteral("tray"));
-    if (!waitForBusName(watcherService, 15000))
-        return fail(QStringLiteral("the tray host did not start: ") + tail(path("tray.err")));
+    return startTray(why);
+}
+
+bool E2eSession::startTray(QString *why)
+{
+    stop(m_tray);
+    // Each start logs apart, so a restarted tray's log shows only its own items.
+    const QString logName = QStringLiteral("tray-%1").arg(++m_trayStarts);
+    m_tray = startProcess(QStringLiteral(ZQB_E2E_SNI_HOST), {}, logName);
+    if (!waitForBusName(watcherService, 15000)) {
+        if (why)
+            *why = QStringLiteral("the tray host did not start: ") + tail(path(logName + ".err"));
+        return false;
+    }
     return true;
+}
+
+void E2eSession::stopTray()
+{
+    stop(m_tray);
 }
 
 bool E2eSession::startXServer(QString *why)
@@ -519,8 +535,11 @@ bool E2eSession::startApp(QString *why, const QString &hangCommand, const QStrin
     QProcessEnvironment saved = m_env;
     if (!hangCommand.isEmpty())
         m_env.insert(QStringLiteral("ZQB_E2E_HANG_COMMAND"), hangCommand);
+    // As the desktop's launchers hand it on: X11 ones as a startup id.
     if (!activationToken.isEmpty())
-        m_env.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), activationToken);
+        m_env.insert(m_platform == Platform::X11 ? QStringLiteral("DESKTOP_STARTUP_ID")
+                                                 : QStringLiteral("XDG_ACTIVATION_TOKEN"),
+                     activationToken);
     m_app = startProcess(QStringLiteral(ZQB_E2E_APP), {}, QStringLiteral("app"));
     m_env = saved;
     if (!hangCommand.isEmpty())
@@ -559,11 +578,11 @@ bool E2eSession::startAppInBackground(QString *why, int refreshMs)
     return true;
 }
 
-QProcess *E2eSession::launchAgain(const QString &activationToken)
+QProcess *E2eSession::launchAgain(const QString &activationToken, const QString &variable)
 {
     const QProcessEnvironment saved = m_env;
     if (!activationToken.isEmpty())
-        m_env.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), activationToken);
+        m_env.insert(variable, activationToken);
     stop(m_secondLaunch);
     m_secondLaunch = startProcess(QStringLiteral(ZQB_E2E_APP), {}, QStringLiteral("second"));
     m_env = saved;

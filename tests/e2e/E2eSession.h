@@ -48,16 +48,23 @@ public:
     bool startDesktop(QString *why);
     // Leaves the tray host out of the next startDesktop(): a desktop with no tray.
     void setWithTray(bool withTray) { m_withTray = withTray; }
+    // The tray host alone: started (again) later, or ended, as a panel that
+    // starts after the app or crashes would.
+    bool startTray(QString *why);
+    void stopTray();
     // Starts the app; waits until its window is shown and its probe answers.
-    // A launcher's activation token, when given, is in its environment.
+    // A launcher's activation token, when given, is in its environment (in
+    // DESKTOP_STARTUP_ID under X11, as X11 launchers hand it on).
     bool startApp(QString *why, const QString &hangCommand = {},
                   const QString &activationToken = {});
     // Starts the app with --background, as the session's autostart does; waits
     // until its probe answers. `refreshMs` shortens its periodic refresh.
     bool startAppInBackground(QString *why, int refreshMs = 0);
     // Runs the app's executable again, as a second launch would; with the
-    // activation token a launcher would hand it, when given.
-    QProcess *launchAgain(const QString &activationToken = {});
+    // activation token a launcher would hand it, when given, in `variable`
+    // (DESKTOP_STARTUP_ID for an X11 launcher's startup id).
+    QProcess *launchAgain(const QString &activationToken = {},
+                          const QString &variable = QStringLiteral("XDG_ACTIVATION_TOKEN"));
 
     QProcess &app() { return *m_app; }
     QString stateDirectory() const;
@@ -132,6 +139,7 @@ private:
     QString m_connectionName;
     QString m_display;
     bool m_withTray = true;
+    int m_trayStarts = 0;
     std::unique_ptr<QProcess> m_busDaemon;
     std::unique_ptr<QProcess> m_xServer;
     std::unique_ptr<QProcess> m_compositor;

@@ -430,6 +430,9 @@ private slots:
     {
         DialogFolderChooser chooser;
         const std::unique_ptr<QFileDialog> dialog = chooser.createDialog();
+        // Asked from no window, the panel is modal to the whole app.
+        QCOMPARE(dialog->parentWidget(), nullptr);
+        QCOMPARE(dialog->windowModality(), Qt::ApplicationModal);
         QCOMPARE(dialog->windowTitle(), QStringLiteral("Choose folders ZQB should protect"));
         QCOMPARE(dialog->labelText(QFileDialog::Accept), QStringLiteral("Protect folders"));
         QCOMPARE(dialog->fileMode(), QFileDialog::Directory);
@@ -444,6 +447,22 @@ private slots:
         // ReadOnly hides the "new folder" button.
         auto *newFolder = dialog->findChild<QToolButton *>(QStringLiteral("newFolderButton"));
         QVERIFY(!newFolder || !newFolder->isVisibleTo(dialog.get()) || !newFolder->isEnabled());
+    }
+
+    void folderChooserBelongsToItsWindow()
+    {
+        QWidget window;
+        auto *inner = new QPushButton(QStringLiteral("Add folders\u2026"), &window);
+        int asked = 0;
+        DialogFolderChooser chooser([&] {
+            ++asked;
+            return static_cast<QWidget *>(inner);
+        });
+        const std::unique_ptr<QFileDialog> dialog = chooser.createDialog();
+        QCOMPARE(asked, 1);
+        QCOMPARE(dialog->parentWidget(), &window); // the window, not the button in it
+        QVERIFY(dialog->isWindow());
+        QCOMPARE(dialog->windowModality(), Qt::WindowModal);
     }
 };
 

@@ -6,11 +6,21 @@
 #include <QListView>
 #include <QTreeView>
 
-DialogFolderChooser::DialogFolderChooser(QWidget *parent) : m_parent(parent) {}
+DialogFolderChooser::DialogFolderChooser(ParentWindow parentWindow)
+    : m_parentWindow(std::move(parentWindow))
+{
+}
 
 std::unique_ptr<QFileDialog> DialogFolderChooser::createDialog() const
 {
-    auto dialog = std::make_unique<QFileDialog>(m_parent.data(), title);
+    QWidget *parent = m_parentWindow ? m_parentWindow() : nullptr;
+    // A dialog with a parent widget is a separate window whose transient
+    // parent is the parent's window, on every platform; Qt centres it over
+    // that window when it is shown.
+    auto dialog = std::make_unique<QFileDialog>(parent ? parent->window() : nullptr, title);
+    // Modal to its window only: the tray menu and other windows stay usable,
+    // and the desktop never lets the window be raised over its own panel.
+    dialog->setWindowModality(parent ? Qt::WindowModal : Qt::ApplicationModal);
     dialog->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::ShowDirsOnly |
                        QFileDialog::ReadOnly);
     dialog->setFileMode(QFileDialog::Directory);

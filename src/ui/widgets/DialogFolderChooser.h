@@ -2,25 +2,30 @@
 
 #include "FolderChooser.h"
 
-#include <QPointer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class QFileDialog;
 
 // The folder chooser of the desktop app: Qt's own file dialog (the native
 // dialogs cannot pick several folders), directories only, several at once,
-// no folder creation.
+// no folder creation. The panel belongs to the window it was asked from: its
+// transient child (so the desktop places it over that window and keeps it
+// above), centred over it and modal to it alone.
 class DialogFolderChooser : public FolderChooser
 {
 public:
-    explicit DialogFolderChooser(QWidget *parent = nullptr);
+    // Asked each time the panel opens: the window it belongs to, if any.
+    using ParentWindow = std::function<QWidget *()>;
+
+    explicit DialogFolderChooser(ParentWindow parentWindow = {});
 
     // The dialog as it is shown, configured and not yet run.
     std::unique_ptr<QFileDialog> createDialog() const;
     std::optional<QStringList> chooseFolders() override;
 
 private:
-    QPointer<QWidget> m_parent;
+    ParentWindow m_parentWindow;
 };
