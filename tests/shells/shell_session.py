@@ -426,6 +426,11 @@ globalThis.zqb = {
         const indicator = this.indicator();
         if (!indicator || !indicator.menu.isOpen)
             return null;
+        // Not while the menu slides and fades in: its entries are not where
+        // they will be.
+        const box = indicator.menu._boxPointer;
+        if (box && (box.opacity !== 255 || box.translation_x !== 0 || box.translation_y !== 0))
+            return null;
         return indicator.menu._getMenuItems().filter(i => i.visible).map(i => ({
             label: i instanceof imports.ui.popupMenu.PopupSeparatorMenuItem ? '-'
                 : (i.label ? i.label.text : ''),
