@@ -179,6 +179,18 @@ class GnomeDriver:
                     return source["title"], notification
         return None
 
+    def screenshot_notifications(self, shot):
+        """The shell's notification list, opened as a person opens it: a
+        click on the clock."""
+        box = self.shell.eval("zqb.box(Main.panel.statusArea.dateMenu)")
+        self.shell.click(box["x"] + box["w"] // 2, box["y"] + box["h"] // 2)
+        wait_until(lambda: self.shell.eval(
+            "(() => { const m = Main.panel.statusArea.dateMenu.menu; const b = m._boxPointer;"
+            " return m.isOpen && b.opacity === 255 && b.translation_y === 0; })()"),
+            20, 0.1, "the notification list to open")
+        self.shell.screenshot(shot)
+        self.shell.eval("Main.panel.statusArea.dateMenu.menu.close(); true")
+
     def check_notification(self, found):
         app_name, notification = found
         log("notification in the shell's list:", app_name, notification)
@@ -329,6 +341,9 @@ class XfceDriver:
                 return call
         return None
 
+    def screenshot_notifications(self, shot):
+        self.shell.screenshot(shot)  # xfce4-notifyd's bubble, top right
+
     def check_notification(self, call):
         log("Notify call seen by xfce4-notifyd:\n" + call[:1500])
         strings = [line.strip()[len("string "):].strip('"') for line in call.split("\n")
@@ -443,7 +458,7 @@ def back_up_and_see_notification(shell, driver, shot):
     window.press("Back up now", ACTION_TIMEOUT)
     found = wait_until(driver.notification_from_app, ACTION_TIMEOUT * 2, 0.25,
                        "the completed backup's notification in the shell")
-    shell.screenshot(shot)
+    driver.screenshot_notifications(shot)
     driver.check_notification(found)
     return window
 
