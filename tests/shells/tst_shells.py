@@ -17,8 +17,8 @@ here = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, here)
 sys.path.insert(0, os.path.join(os.path.dirname(here), "a11y"))
 
-from shell_session import (MENU_ENTRIES, SKIP, GnomeSession, ShellError, Skip,  # noqa: E402
-                           XfceSession, wait_until)
+from shell_session import (MENU_ENTRIES, SKIP, GnomeSession, PlasmaSession,  # noqa: E402
+                           ShellError, Skip, XfceSession, wait_until)
 
 # Long enough for a busy two-core machine; every wait polls a condition.
 ACTION_TIMEOUT = 60
@@ -66,6 +66,12 @@ def hue_saturation(r, g, b):
     import colorsys
     h, s, v = colorsys.rgb_to_hsv(r / 255, g / 255, b / 255)
     return h * 360, s * 255, v * 255
+
+
+def saturated_tint(colours):
+    """The tint of an icon on a light panel: its saturated pixels only."""
+    return tint_of([(r, g, b, a) for r, g, b, a in colours
+                    if hue_saturation(r, g, b)[1] >= 120])
 
 
 def tint_of(colours):
@@ -345,7 +351,7 @@ class XfceDriver:
         self.shell.screenshot(shot)  # xfce4-notifyd's bubble, top right
 
     def check_notification(self, call):
-        log("Notify call seen by xfce4-notifyd:\n" + call[:1500])
+        log("Notify call seen by the notification server:\n" + call[:1500])
         strings = [line.strip()[len("string "):].strip('"') for line in call.split("\n")
                    if line.strip().startswith("string ")]
         expect(strings and strings[0] == "ZQB Agent",
@@ -359,16 +365,41 @@ class XfceDriver:
               "no image" % app_icon)
 
 
+class PlasmaDriver(XfceDriver):
+    """What the test reads on Plasma: the watcher, KWin's screenshots, the
+    notification calls. (No real pointer input here yet: menus, relaunch and
+    the folder panel are not driven on Plasma.)"""
+
+    # The tray's end of Plasma's default panel, along the bottom: right of
+    # the task manager (whose launchers have green icons of their own).
+    TRAY = {"x": 1000, "y": 756, "w": 240, "h": 44}
+
+    def tinted_icon(self, name):
+        if not self.shell.app_item():
+            return None
+        shot = self.shell.screenshot(name)
+        spot = tinted_spot(shot, self.TRAY)
+        if not spot:
+            return None
+        return spot, saturated_tint(pixels(shot, spot))
+
+
 # ------------------------------------------------------------ the scenarios
 
 
 def driver_for(shell):
-    return GnomeDriver(shell) if isinstance(shell, GnomeSession) else XfceDriver(shell)
+    if isinstance(shell, GnomeSession):
+        return GnomeDriver(shell)
+    if isinstance(shell, PlasmaSession):
+        return PlasmaDriver(shell)
+    return XfceDriver(shell)
 
 
 def start(shell, tray_host_first):
     if isinstance(shell, GnomeSession):
         shell.start(indicators=tray_host_first)
+    elif isinstance(shell, PlasmaSession):
+        shell.start(tray_host=tray_host_first)
     else:
         shell.start(panel=tray_host_first)
 
@@ -376,6 +407,8 @@ def start(shell, tray_host_first):
 def start_tray_host(shell):
     if isinstance(shell, GnomeSession):
         shell.enable_tray_host()
+    elif isinstance(shell, PlasmaSession):
+        shell.start_tray_host()
     else:
         shell.start_panel()
 
@@ -545,11 +578,39 @@ def tray_host_after_the_app(shell, driver, prefix):
     quit_from_menu(shell, driver)
 
 
+def plasma_after_the_shell(shell, driver, prefix):
+    """Plasma, without pointer input: the icon in the tray, tinted, and a
+    completed backup announced through Plasma's notification server."""
+    shell.enroll_with_folder()
+    shell.start_app()
+    window = app_window(shell)
+    icon_tinted_in_panel(shell, driver, prefix + "panel.png")
+    window.press("Back up now", ACTION_TIMEOUT)
+    found = wait_until(driver.notification_from_app, ACTION_TIMEOUT * 2, 0.25,
+                       "the completed backup's notification")
+    shell.screenshot(prefix + "notification.png")
+    driver.check_notification(found)
+
+
+def plasma_tray_host_after_the_app(shell, driver, prefix):
+    shell.enroll_with_folder()
+    shell.start_app("--background")
+    wait_until(lambda: any(r.startswith("ui-status") for r in shell.engine_runs()),
+               ACTION_TIMEOUT, 0.2, "the app's first status read")
+    check(not shell.has_name("org.kde.StatusNotifierWatcher"), "a tray host is already up")
+    start_tray_host(shell)
+    icon_tinted_in_panel(shell, driver, prefix + "login-panel.png")
+
+
 SCENARIOS = {
     "afterTheShell": (after_the_shell, True),
     "trayHostAfterTheApp": (tray_host_after_the_app, False),
 }
-SHELLS = {"gnome": GnomeSession, "xfce": XfceSession}
+PLASMA_SCENARIOS = {
+    "afterTheShell": (plasma_after_the_shell, True),
+    "trayHostAfterTheApp": (plasma_tray_host_after_the_app, False),
+}
+SHELLS = {"gnome": GnomeSession, "xfce": XfceSession, "plasma": PlasmaSession}
 
 
 def main(argv):
@@ -561,7 +622,7 @@ def main(argv):
     if os.getuid() != 0:
         log("SKIP: the shells run as a user the test creates, which needs root")
         return SKIP
-    scenario, tray_host_first = SCENARIOS[argv[3]]
+    scenario, tray_host_first = (PLASMA_SCENARIOS if argv[2] == "plasma" else SCENARIOS)[argv[3]]
     started = time.monotonic()
     shell = None
     failed = True
