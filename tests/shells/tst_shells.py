@@ -498,7 +498,8 @@ def back_up_and_see_notification(shell, driver, shot):
 
 def cover_window(shell):
     """Another app's window over the app's: a plain GTK window."""
-    script = ("import gi; gi.require_version('Gtk', '3.0'); from gi.repository import Gtk;"
+    script = ("import gi; gi.require_version('Gtk', '3.0'); from gi.repository import GLib, Gtk;"
+              "GLib.set_prgname('covering-window');"
               "w = Gtk.Window(title='Covering window'); w.set_default_size(1000, 700);"
               "w.connect('destroy', Gtk.main_quit); w.show_all(); Gtk.main()")
     env = dict(shell.env)
