@@ -497,6 +497,13 @@ class GnomeSession(Session):
     def start(self, indicators=True):
         """The shell, as at login. With `indicators` false, the AppIndicator
         extension (the tray host) stays off until `enable_tray_host()`."""
+        if not shutil.which("gnome-shell") or not shutil.which("gjs"):
+            raise ShellError("GNOME session needs gnome-shell and gjs, which are not installed "
+                             "(scripts/install-deps.sh test)")
+        if not os.path.isdir("/usr/share/gnome-shell/extensions/" + APPINDICATOR):
+            raise ShellError("GNOME session needs the AppIndicator extension %s "
+                             "(gnome-shell-extension-appindicator), which is not installed"
+                             % APPINDICATOR)
         self.start_buses()
         self.env.update({
             "XDG_SESSION_TYPE": "wayland",
