@@ -12,12 +12,12 @@
 #include <memory>
 
 class QMenu;
-class TrayHostWatch;
 class QSystemTrayIcon;
+class TrayHostWatch;
 
-// The app's permanent presence in the tray: a status item whose colour follows
-// the engine's state and whose menu opens the window, asks for a connection
-// check, or quits. It finds the main window by its title and keeps it alive, so
+// The app's presence in the tray, whenever the desktop has one: a status item
+// whose colour follows the engine's state and whose menu opens the window,
+// asks for a connection check, or quits. It finds the main window by its title and keeps it alive, so
 // the same window comes back after the user has closed it.
 //
 // It never holds the model: it hears the engine's state through the

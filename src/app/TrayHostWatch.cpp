@@ -1,5 +1,7 @@
 #include "TrayHostWatch.h"
 
+#include "XEmbedTrayWatch.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
@@ -24,6 +26,41 @@ TrayHostWatch::TrayHostWatch(QDBusConnection bus, QObject *parent)
                   QStringLiteral("StatusNotifierHostUnregistered"), this,
                   SLOT(hostUnregistered()));
     askWhetherAHostIsRegistered();
+
+    m_xembedGrace.setSingleShot(true);
+    m_xembedGrace.setInterval(xembedGraceMs);
+    connect(&m_xembedGrace, &QTimer::timeout, this, &TrayHostWatch::fallBackToXEmbed);
+    m_xembedTray = XEmbedTrayWatch::forThisDisplay();
+    if (m_xembedTray) {
+        connect(m_xembedTray.get(), &XEmbedTrayWatch::presenceChanged, this,
+                &TrayHostWatch::xembedTrayChanged);
+        xembedTrayChanged();
+    }
+}
+
+TrayHostWatch::~TrayHostWatch() = default;
+
+void TrayHostWatch::xembedTrayChanged()
+{
+    // Once Qt has made a StatusNotifierItem, it makes no XEmbed icon.
+    if (m_xembedTray->isPresent() && !m_statusNotifierHostSeen) {
+        m_xembedGrace.start();
+        return;
+    }
+    m_xembedGrace.stop();
+    if (m_xembedInUse && !m_xembedTray->isPresent()) {
+        m_xembedInUse = false;
+        if (!hasTray())
+            emit trayGone();
+    }
+}
+
+void TrayHostWatch::fallBackToXEmbed()
+{
+    if (m_statusNotifierHostSeen || !m_xembedTray->isPresent())
+        return;
+    m_xembedInUse = true;
+    emit trayAppeared();
 }
 
 void TrayHostWatch::watcherOwnerChanged(const QString &, const QString &oldOwner,
@@ -74,10 +111,15 @@ void TrayHostWatch::setStatusNotifierHost(bool present)
 {
     // A registration signal makes any question still on its way stale.
     ++m_question;
-    const bool before = m_statusNotifierHost;
+    const bool hadHost = m_statusNotifierHost;
+    const bool hadTray = hasTray();
     m_statusNotifierHost = present;
-    if (present && !before)
+    if (present) {
+        m_statusNotifierHostSeen = true;
+        m_xembedGrace.stop();
+    }
+    if (present && !hadHost)
         emit trayAppeared();
-    else if (!present && before)
+    else if (hadTray && !hasTray())
         emit trayGone();
 }

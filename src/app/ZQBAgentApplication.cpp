@@ -10,6 +10,7 @@
 #include "WindowActivation.h"
 
 #include <QApplication>
+#include <QIcon>
 
 ZQBAgentApplication::ZQBAgentApplication(Options options, QObject *parent)
     : QObject(parent), m_options(std::move(options)), m_appDelegate(std::make_unique<AppDelegate>())
@@ -31,6 +32,10 @@ AgentModel &ZQBAgentApplication::model()
         [delegate](const QString &title, const QString &body) {
             delegate->showStatusMessage(title, body);
         });
+    // Installed, the app's icon is in the icon theme under its name; run from
+    // the build tree it is not, and notifications carry the picture itself.
+    if (!QIcon::hasThemeIcon(FreedesktopNotifier::iconName))
+        m_notifier->setIconImage(Symbols::appPixmap(QSize(64, 64), 1.0).toImage());
     // The folder panel belongs to the main window (made after the model).
     m_folderChooser = m_options.makeFolderChooser
                           ? m_options.makeFolderChooser()

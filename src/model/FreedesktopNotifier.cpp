@@ -2,6 +2,7 @@
 
 #include "TextRules.h"
 
+#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
@@ -24,6 +25,11 @@ FreedesktopNotifier::FreedesktopNotifier(const QDBusConnection &bus, Fallback fa
                                          QObject *parent)
     : QObject(parent), m_bus(bus), m_fallback(std::move(fallback))
 {
+}
+
+void FreedesktopNotifier::setIconImage(const QImage &image)
+{
+    m_iconImage = image.isNull() ? QImage() : image.convertToFormat(QImage::Format_RGBA8888);
 }
 
 void FreedesktopNotifier::requestAuthorization()
@@ -64,10 +70,22 @@ void FreedesktopNotifier::notify(const QString &title, const QString &shownBody)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(service, objectPath, interfaceName,
                                                        QStringLiteral("Notify"));
-    const QVariantMap hints{
+    QVariantMap hints{
         {QStringLiteral("sound-name"), soundName},
         {QStringLiteral("desktop-entry"), desktopEntry},
     };
+    if (!m_iconImage.isNull()) {
+        // (iiibiiay): width, height, bytes per row, alpha, bits per sample,
+        // samples per pixel, then the pixels row by row.
+        QDBusArgument image;
+        image.beginStructure();
+        image << m_iconImage.width() << m_iconImage.height() << int(m_iconImage.bytesPerLine())
+              << true << 8 << 4
+              << QByteArray(reinterpret_cast<const char *>(m_iconImage.constBits()),
+                            m_iconImage.sizeInBytes());
+        image.endStructure();
+        hints.insert(QStringLiteral("image-data"), QVariant::fromValue(image));
+    }
     // The body is the engine's text: shown as written, never as markup.
     const QString sentBody = m_bodyMarkup.value_or(false) ? shownBody.toHtmlEscaped() : shownBody;
     call << appName       // app_name

@@ -3,6 +3,7 @@
 #include "DesktopNotifier.h"
 
 #include <QDBusConnection>
+#include <QImage>
 #include <QObject>
 #include <QString>
 
@@ -31,6 +32,12 @@ public:
     void requestAuthorization() override;
     void post(const QString &title, const QString &body) override;
 
+    // The app's icon as a picture, sent with each notification (the
+    // "image-data" hint) for desktops whose icon theme does not know the
+    // icon's name: a build run from its build tree has installed none.
+    // A null image sends the name alone.
+    void setIconImage(const QImage &image);
+
 private:
     void notify(const QString &title, const QString &shownBody);
 
@@ -38,4 +45,5 @@ private:
     Fallback m_fallback;
     // Whether the server reads markup in the body; unknown until it has said.
     std::optional<bool> m_bodyMarkup;
+    QImage m_iconImage; // in RGBA8888, as the hint carries it
 };

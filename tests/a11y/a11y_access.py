@@ -100,7 +100,8 @@ class Window:
         root = Atspi.get_desktop(0)
         for app in children(root):
             try:
-                if app is not None and name(app) == "zqb-agent-app" or name(app) == "zqb-agent":
+                # The accessibility bus knows the app by its name, "ZQB Agent".
+                if app is not None and name(app) == "ZQB Agent":
                     return app
             except gi.repository.GLib.Error:
                 continue

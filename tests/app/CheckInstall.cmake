@@ -1,8 +1,9 @@
 # Installs the build into a fresh prefix and checks that a Linux desktop finds
 # the app there: the executable, its desktop entry, AppStream data, icon and
 # manual page, and the entry that starts it in the tray at login, each valid
-# by the desktop's own validators. Then checks that a /usr install puts the
-# autostart entry in /etc/xdg/autostart, where session managers look.
+# by the desktop's own validators. Then checks that a /usr or /usr/local
+# install puts the autostart entry in /etc/xdg/autostart, where session
+# managers look.
 # Run as: cmake -DBUILD_DIR=... -DPREFIX=... -DSOURCE_DIR=...
 #               -DDESKTOP_FILE_VALIDATE=... -DAPPSTREAMCLI=... -P CheckInstall.cmake
 foreach(tool DESKTOP_FILE_VALIDATE APPSTREAMCLI)
@@ -43,11 +44,23 @@ function(expect_lines file)
     endif()
   endforeach()
 endfunction()
-expect_lines(${launcher} "Name=ZQB Agent" "Exec=zqb-agent-app" "Icon=zqb-agent" "Type=Application")
-# At login: in the tray only, on every desktop that honours the GNOME switch,
-# and hidden from menus so it is not mistaken for a second launcher.
+# The window's X11 class is the app's name: the desktop matches windows to the
+# launcher by it.
+expect_lines(${launcher} "Name=ZQB Agent" "Exec=zqb-agent-app" "Icon=zqb-agent" "Type=Application"
+             "StartupWMClass=ZQB Agent")
+# At login: in the tray only, on every desktop that honours the GNOME switch.
 expect_lines(${autostart} "Type=Application" "Name=ZQB Agent" "Exec=zqb-agent-app --background"
-             "X-GNOME-Autostart-enabled=true" "NoDisplay=true")
+             "X-GNOME-Autostart-enabled=true")
+# Listed, so each desktop's startup settings can switch it off: GNOME's
+# "Startup Applications" leaves out entries marked NoDisplay, and an entry
+# marked Hidden starts nothing at all.
+file(READ "${PREFIX}/${autostart}" entry)
+foreach(key NoDisplay Hidden)
+  string(FIND "${entry}" "\n${key}=" at)
+  if(NOT at EQUAL -1)
+    message(FATAL_ERROR "${autostart} sets ${key}, which hides it from the startup settings")
+  endif()
+endforeach()
 
 foreach(entry ${launcher} ${autostart})
   execute_process(COMMAND ${DESKTOP_FILE_VALIDATE} "${PREFIX}/${entry}"
@@ -69,28 +82,32 @@ if(at EQUAL -1)
 endif()
 file(REMOVE_RECURSE "${PREFIX}")
 
-# A /usr install keeps its configuration in /etc: the autostart rule alone,
-# configured with that prefix and installed under a staging root.
-file(REMOVE_RECURSE "${PREFIX}-usr")
-set(project "${PREFIX}-usr/project")
-file(MAKE_DIRECTORY "${project}")
-file(WRITE "${project}/CMakeLists.txt" "cmake_minimum_required(VERSION 3.21)
+# A /usr or /usr/local install puts the entry in /etc/xdg/autostart, where
+# session managers read it: the autostart rule alone, configured with that
+# prefix and installed under a staging root.
+foreach(systemPrefix /usr /usr/local)
+  set(work "${PREFIX}-system")
+  file(REMOVE_RECURSE "${work}")
+  set(project "${work}/project")
+  file(MAKE_DIRECTORY "${project}")
+  file(WRITE "${project}/CMakeLists.txt" "cmake_minimum_required(VERSION 3.21)
 project(autostart_entry NONE)
 include(\"${SOURCE_DIR}/packaging/AutostartEntry.cmake\")
 ")
-execute_process(COMMAND ${CMAKE_COMMAND} -Wno-dev -S "${project}" -B "${PREFIX}-usr/build"
-                        -DCMAKE_INSTALL_PREFIX=/usr
-                RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE out)
-if(NOT result EQUAL 0)
-  message(FATAL_ERROR "configuring the autostart rule failed:\n${out}")
-endif()
-set(ENV{DESTDIR} "${PREFIX}-usr/root")
-execute_process(COMMAND ${CMAKE_COMMAND} --install "${PREFIX}-usr/build"
-                RESULT_VARIABLE result OUTPUT_QUIET)
-unset(ENV{DESTDIR})
-file(GLOB_RECURSE placed RELATIVE "${PREFIX}-usr/root" "${PREFIX}-usr/root/*")
-if(NOT result EQUAL 0 OR NOT placed STREQUAL "${autostart}")
-  message(FATAL_ERROR "with prefix /usr the autostart entry went to '${placed}', "
-                      "not /${autostart}")
-endif()
-file(REMOVE_RECURSE "${PREFIX}-usr")
+  execute_process(COMMAND ${CMAKE_COMMAND} -Wno-dev -S "${project}" -B "${work}/build"
+                          -DCMAKE_INSTALL_PREFIX=${systemPrefix}
+                  RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE out)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "configuring the autostart rule failed:\n${out}")
+  endif()
+  set(ENV{DESTDIR} "${work}/root")
+  execute_process(COMMAND ${CMAKE_COMMAND} --install "${work}/build"
+                  RESULT_VARIABLE result OUTPUT_QUIET)
+  unset(ENV{DESTDIR})
+  file(GLOB_RECURSE placed RELATIVE "${work}/root" "${work}/root/*")
+  if(NOT result EQUAL 0 OR NOT placed STREQUAL "${autostart}")
+    message(FATAL_ERROR "with prefix ${systemPrefix} the autostart entry went to '${placed}', "
+                        "not /${autostart}")
+  endif()
+  file(REMOVE_RECURSE "${work}")
+endforeach()

@@ -17,6 +17,7 @@
 #include <QApplication>
 #include <QChildEvent>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QWindow>
@@ -357,6 +358,63 @@ private slots:
                  qPrintable(QStringLiteral("panel centre off by %1,%2")
                                 .arg(offset.x())
                                 .arg(offset.y())));
+    }
+
+    // A person presses "Back up now" or "Save settings" from the keyboard;
+    // the buttons are disabled while the engine works. The keyboard focus
+    // must not move on into the skip patterns (selecting them all, so the
+    // next key would replace them), and comes back to the button after.
+    void focusStaysWithThePressedButtonWhileBusy_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::newRow("Back up now") << QStringLiteral("backUpNowButton");
+        QTest::newRow("Save settings") << QStringLiteral("saveButton");
+    }
+
+    void focusStaysWithThePressedButtonWhileBusy()
+    {
+        QFETCH(QString, button);
+        QByteArray document = statusDocument("connected", true);
+        document.replace(R"("sources":[],"exclusions":[])",
+                         R"("sources":["/home/person/Pictures"],"exclusions":["*.tmp","cache/"])");
+        m_engine->answer(QStringLiteral("ui-status"), document);
+        // Slow enough for keys to be pressed while the buttons are disabled.
+        m_engine->answer(QStringLiteral("configure"), {}, {}, 0, 1.0);
+        m_engine->answer(QStringLiteral("configure-transfer"), {}, {}, 0, 0.3);
+        m_engine->answer(QStringLiteral("backup-all"), {}, {}, 0, 0.3);
+        ZQBAgentApplication &app = makeApp();
+        app.launch();
+        MainWindow &window = app.mainWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        auto *pressed = window.findChild<QPushButton *>(button);
+        auto *patterns = window.findChild<QLineEdit *>(QStringLiteral("exclusionsField"));
+        QVERIFY(pressed && patterns);
+        QTRY_COMPARE(patterns->text(), QStringLiteral("*.tmp, cache/")); // the engine's
+        QTRY_VERIFY(pressed->isEnabled());
+        const QString typedPatterns = patterns->text();
+
+        // Tab to the button, as a keyboard user does, and press it.
+        for (int i = 0; i < 60 && QApplication::focusWidget() != pressed; ++i)
+            QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &window,
+                            Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), pressed);
+        QTest::keyClick(pressed, Qt::Key_Space);
+        QTRY_VERIFY(!pressed->isEnabled());
+
+        // Busy: no text field has the focus or a selection; a key changes nothing.
+        QWidget *focus = QApplication::focusWidget();
+        QVERIFY2(!qobject_cast<QLineEdit *>(focus),
+                 qPrintable(focus ? focus->objectName() : QStringLiteral("none")));
+        QVERIFY(!patterns->hasFocus());
+        QVERIFY(!patterns->hasSelectedText());
+        QTest::keyClick(focus ? focus : &window, Qt::Key_X);
+        QCOMPARE(patterns->text(), typedPatterns);
+
+        // Done: the focus is back on the button pressed.
+        QTRY_VERIFY_WITH_TIMEOUT(pressed->isEnabled(), 20000);
+        QCOMPARE(QApplication::focusWidget(), pressed);
+        QVERIFY(!patterns->hasSelectedText());
+        QCOMPARE(patterns->text(), typedPatterns);
     }
 
     void closingTheWindowLeavesTheAppRunning()

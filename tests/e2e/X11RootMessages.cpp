@@ -57,6 +57,9 @@ void X11RootMessages::read()
                     m_startupMessages << QString::fromUtf8(m_partial);
                     m_partial.clear();
                 }
+            } else if (m_trayWindow && message->window == m_trayWindow &&
+                       message->type == m_trayOpcode && message->data.data32[1] == 0) {
+                m_dockRequests << message->data.data32[2]; // SYSTEM_TRAY_REQUEST_DOCK
             } else if (message->type == m_activeWindow) {
                 m_activations << ActivationRequest{message->window, message->data.data32[0],
                                                    message->data.data32[1]};
@@ -64,4 +67,38 @@ void X11RootMessages::read()
         }
         std::free(event);
     }
+}
+
+bool X11RootMessages::becomeXEmbedTray()
+{
+    if (!m_connection)
+        return false;
+    xcb_connection_t *c = m_connection;
+    xcb_screen_t *screen = xcb_setup_roots_iterator(xcb_get_setup(c)).data;
+    m_trayWindow = xcb_generate_id(c);
+    xcb_create_window(c, XCB_COPY_FROM_PARENT, m_trayWindow, screen->root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
+    m_trayOpcode = atom("_NET_SYSTEM_TRAY_OPCODE");
+    const uint32_t selection = atom("_NET_SYSTEM_TRAY_S0");
+    const uint32_t time = XCB_CURRENT_TIME;
+    xcb_set_selection_owner(c, m_trayWindow, selection, time);
+    xcb_get_selection_owner_reply_t *owner =
+        xcb_get_selection_owner_reply(c, xcb_get_selection_owner(c, selection), nullptr);
+    const bool owned = owner && owner->owner == m_trayWindow;
+    std::free(owner);
+    if (!owned)
+        return false;
+    // The announcement every tray client listens for.
+    xcb_client_message_event_t announce{};
+    announce.response_type = XCB_CLIENT_MESSAGE;
+    announce.format = 32;
+    announce.window = screen->root;
+    announce.type = atom("MANAGER");
+    announce.data.data32[0] = time;
+    announce.data.data32[1] = selection;
+    announce.data.data32[2] = m_trayWindow;
+    xcb_send_event(c, 0, screen->root, XCB_EVENT_MASK_STRUCTURE_NOTIFY,
+                   reinterpret_cast<const char *>(&announce));
+    xcb_flush(c);
+    return true;
 }

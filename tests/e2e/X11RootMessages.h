@@ -33,6 +33,13 @@ public:
     QStringList startupMessages() const { return m_startupMessages; }
     QList<ActivationRequest> activationRequests() const { return m_activations; }
 
+    // Acts as an XEmbed system tray from now on: owns the tray selection of
+    // screen 0 and announces it, as a panel does; then hears the icons that
+    // ask to be docked. False when the selection could not be taken.
+    bool becomeXEmbedTray();
+    // The icon windows that asked this tray to dock them.
+    QList<uint32_t> dockRequests() const { return m_dockRequests; }
+
 private:
     uint32_t atom(const char *name) const;
 
@@ -40,6 +47,9 @@ private:
     uint32_t m_begin = 0;
     uint32_t m_more = 0;
     uint32_t m_activeWindow = 0;
+    uint32_t m_trayWindow = 0;
+    uint32_t m_trayOpcode = 0;
+    QList<uint32_t> m_dockRequests;
     QByteArray m_partial;
     QStringList m_startupMessages;
     QList<ActivationRequest> m_activations;

@@ -485,6 +485,47 @@ private slots:
         QVERIFY(!session.trayItem().isEmpty()); // still exactly one status item
     }
 
+    // X11 with a panel that has only an XEmbed tray (no StatusNotifierItem
+    // host) that starts after the app: the icon docks in it.
+    void x11XEmbedTrayGetsTheIcon()
+    {
+        E2eSession session;
+        if (session.platform() != E2eSession::Platform::X11)
+            QSKIP("XEmbed trays are X11's");
+        session.setWithTray(false);
+        START_DESKTOP(session);
+        QString why;
+        QVERIFY2(session.startAppInBackground(&why), qPrintable(why));
+        QTRY_VERIFY_WITH_TIMEOUT(countRuns(session, QStringLiteral("ui-status")) >= 1, startupMs);
+        X11RootMessages tray(session.display());
+        QVERIFY(tray.becomeXEmbedTray());
+        QTRY_VERIFY_WITH_TIMEOUT((tray.read(), tray.dockRequests().size() == 1), startupMs);
+        QVERIFY(session.trayItem().isEmpty());
+    }
+
+    // A panel that offers both trays: the icon goes to its StatusNotifierItem
+    // host, which the panel's tests and screen readers read, not to XEmbed.
+    void x11BothTraysPreferTheStatusNotifierHost()
+    {
+        E2eSession session;
+        if (session.platform() != E2eSession::Platform::X11)
+            QSKIP("XEmbed trays are X11's");
+        session.setWithTray(false);
+        START_DESKTOP(session);
+        QString why;
+        QVERIFY2(session.startAppInBackground(&why), qPrintable(why));
+        QTRY_VERIFY_WITH_TIMEOUT(countRuns(session, QStringLiteral("ui-status")) >= 1, startupMs);
+        X11RootMessages tray(session.display());
+        QVERIFY(tray.becomeXEmbedTray());
+        QVERIFY2(session.startTray(&why), qPrintable(why));
+        QTRY_VERIFY_WITH_TIMEOUT(!session.trayItem().isEmpty(), startupMs);
+        QCOMPARE(session.trayProperties().value(QStringLiteral("Id")).toString(),
+                 QStringLiteral("ZQB Agent"));
+        QTest::qWait(3000); // longer than the app waits before settling for XEmbed
+        tray.read();
+        QCOMPARE(tray.dockRequests().size(), 0);
+    }
+
     // X11: a launcher that started the app again with a startup id sees its
     // "starting" feedback end, and the window asks for the focus with the
     // launch's time; no engine inherits the id.

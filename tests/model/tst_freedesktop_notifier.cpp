@@ -5,7 +5,9 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusArgument>
 #include <QDBusContext>
+#include <QImage>
 #include <QDBusMessage>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -70,6 +72,8 @@ private slots:
     void noServiceOnTheBusUsesFallback();
     void noBusAtAllUsesFallback();
     void requestAuthorizationAsksNothing();
+    void theIconPictureTravelsWithEachNotification();
+    void withoutAPictureOnlyTheIconNameIsSent();
     void engineTextIsNeverMarkupOnAServerThatReadsMarkup();
     void engineTextIsSentAsItIsToAServerWithoutMarkup();
 
@@ -246,6 +250,61 @@ void FreedesktopNotifierTest::engineTextIsSentAsItIsToAServerWithoutMarkup()
     QTRY_COMPARE(m_service->calls.size(), 1);
     QCOMPARE(m_service->calls.first().body, QStringLiteral("<b>2.0</b> &amp;"));
     m_service->capabilities.clear();
+}
+
+
+// The hint as a server reads it: (iiibiiay).
+static QImage imageFromHint(const QVariant &hint)
+{
+    if (hint.metaType() != QMetaType::fromType<QDBusArgument>())
+        return {};
+    const QDBusArgument argument = hint.value<QDBusArgument>();
+    int width = 0, height = 0, stride = 0, bitsPerSample = 0, channels = 0;
+    bool alpha = false;
+    QByteArray pixels;
+    argument.beginStructure();
+    argument >> width >> height >> stride >> alpha >> bitsPerSample >> channels >> pixels;
+    argument.endStructure();
+    if (!alpha || bitsPerSample != 8 || channels != 4 || pixels.size() < stride * height)
+        return {};
+    return QImage(reinterpret_cast<const uchar *>(pixels.constData()), width, height, stride,
+                  QImage::Format_RGBA8888)
+        .copy();
+}
+
+void FreedesktopNotifierTest::theIconPictureTravelsWithEachNotification()
+{
+    m_service->calls.clear();
+    auto notifier = makeNotifier(QDBusConnection::sessionBus());
+    QImage picture(48, 40, QImage::Format_ARGB32);
+    picture.fill(Qt::transparent);
+    for (int y = 0; y < 20; ++y)
+        for (int x = 0; x < 48; ++x)
+            picture.setPixelColor(x, y, QColor(0x34, 0xc7, 0x59));
+    notifier->setIconImage(picture);
+    notifier->post(QStringLiteral("ZQB backup Recovery Ready"), QStringLiteral("Verified."));
+    notifier->post(QStringLiteral("ZQB backup completed"), QStringLiteral("Again."));
+    QTRY_COMPARE(m_service->calls.size(), 2);
+    for (const ReceivedCall &call : std::as_const(m_service->calls)) {
+        // The name and the desktop entry still go along for servers that look them up.
+        QCOMPARE(call.appIcon, QStringLiteral("zqb-agent"));
+        QCOMPARE(call.hints.value(QStringLiteral("desktop-entry")).toString(),
+                 QStringLiteral("zqb-agent"));
+        const QImage received = imageFromHint(call.hints.value(QStringLiteral("image-data")));
+        QCOMPARE(received.size(), QSize(48, 40));
+        QCOMPARE(received.pixelColor(10, 5), QColor(0x34, 0xc7, 0x59));
+        QCOMPARE(received.pixelColor(10, 30).alpha(), 0);
+    }
+}
+
+void FreedesktopNotifierTest::withoutAPictureOnlyTheIconNameIsSent()
+{
+    m_service->calls.clear();
+    auto notifier = makeNotifier(QDBusConnection::sessionBus());
+    notifier->post(QStringLiteral("ZQB backup completed"), QStringLiteral("Done."));
+    QTRY_COMPARE(m_service->calls.size(), 1);
+    QVERIFY(!m_service->calls.first().hints.contains(QStringLiteral("image-data")));
+    QCOMPARE(m_service->calls.first().appIcon, QStringLiteral("zqb-agent"));
 }
 
 QTEST_GUILESS_MAIN(FreedesktopNotifierTest)

@@ -1,5 +1,6 @@
 #include "ConnectionSection.h"
 
+#include "ControlSync.h"
 #include "Symbols.h"
 #include "WidgetStyle.h"
 #include "WrappedLabel.h"
@@ -87,12 +88,12 @@ void ConnectionSection::setState(const ConnectionState &state)
             m_values[i]->setAccessibleName(name);
     }
     m_updateCard->setVisible(state.showUpdateCard);
-    m_install->setEnabled(state.installEnabled);
+    ControlSync::enabled(m_install, state.installEnabled);
     if (m_check->text() != state.checkLabel) {
         m_check->setText(state.checkLabel);
         m_check->setAccessibleName(state.checkLabel);
     }
-    m_check->setEnabled(state.checkEnabled);
+    ControlSync::enabled(m_check, state.checkEnabled);
     applyColors();
 }
 

@@ -18,6 +18,8 @@ class QWidget;
 namespace ControlSync {
 
 void text(QLabel *label, const QString &text);
+// A control disabled while it has the keyboard focus keeps the focus on its
+// window (never on the next control) and gets it back when enabled again.
 void enabled(QWidget *widget, bool enabled);
 void checked(QCheckBox *box, bool checked);
 void index(QComboBox *combo, int index);
