@@ -381,12 +381,19 @@ class PlasmaDriver(XfceDriver):
     # the task manager (whose launchers have green icons of their own).
     TRAY = {"x": 1000, "y": 756, "w": 240, "h": 44}
 
+    def __init__(self, shell):
+        super().__init__(shell)
+        self.last_spot = None
+
     def tinted_icon(self, name):
         if not self.shell.app_item():
             return None
         shot = self.shell.screenshot(name)
         spot = tinted_spot(shot, self.TRAY)
-        if not spot:
+        # Plasma grows a new tray icon into place: it counts once it stands
+        # still (the same in two screenshots in a row).
+        settled, self.last_spot = spot is not None and spot == self.last_spot, spot
+        if not settled:
             return None
         return spot, saturated_tint(pixels(shot, spot))
 
