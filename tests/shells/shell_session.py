@@ -43,6 +43,24 @@ def wait_until(condition, timeout, interval=0.1, what="condition"):
         time.sleep(interval)
 
 
+def users_lock():
+    """Held while adding or deleting a user: useradd and userdel refuse to
+    run while another holds the password files, and the shells' tests may
+    start side by side."""
+    import contextlib
+    import fcntl
+
+    @contextlib.contextmanager
+    def held():
+        with open("/tmp/zqb-shells-users.lock", "a") as f:
+            fcntl.flock(f, fcntl.LOCK_EX)
+            try:
+                yield
+            finally:
+                fcntl.flock(f, fcntl.LOCK_UN)
+    return held()
+
+
 # A session bus like the desktop's own (it activates the desktop's services),
 # which also lets the test (root) in to read the shell.
 BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"
@@ -87,9 +105,10 @@ class Session:
         # A name of its own per test, so scenarios can run side by side.
         self.user = "zqb%s%x" % (self.name[:5], os.getpid())
         home = self.path("home")
-        result = subprocess.run(["useradd", "--create-home", "--home-dir", home,
-                                 "--shell", "/bin/sh", "--user-group", self.user],
-                                capture_output=True, text=True)
+        with users_lock():
+            result = subprocess.run(["useradd", "--create-home", "--home-dir", home,
+                                     "--shell", "/bin/sh", "--user-group", self.user],
+                                    capture_output=True, text=True)
         if result.returncode != 0:
             raise ShellError("could not create the session's user: " + result.stderr.strip())
         entry = pwd.getpwnam(self.user)
@@ -371,14 +390,18 @@ class Session:
         self.processes = []
         # What the session's services started on their own (bus activation)
         # runs as the session's user, whom only this test has: end those too.
-        for _ in range(2):
-            for pid in self._user_processes():
-                try:
-                    os.kill(pid, signal.SIGKILL)
-                except ProcessLookupError:
-                    pass
-            time.sleep(0.2) if self._user_processes() else None
-        subprocess.run(["userdel", self.user], capture_output=True)
+        for pid in self._user_processes():
+            try:
+                os.kill(pid, signal.SIGKILL)
+            except ProcessLookupError:
+                pass
+        try:
+            wait_until(lambda: not self._user_processes(), 10, 0.05,
+                       "the session user's processes to end")
+        except ShellError as problem:
+            print("cleaning up:", problem)
+        with users_lock():
+            subprocess.run(["userdel", self.user], capture_output=True)
         if os.environ.get("ZQB_SHELLS_KEEP"):
             print("kept the session's files in", self.dir)
         else:
