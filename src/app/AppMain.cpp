@@ -57,7 +57,7 @@ int runAgentApp(int &argc, char **argv, ZQBAgentApplication::Options options,
     if (instance.claim(reopen, activationToken) == SingleInstance::Role::Secondary)
         return 0;
 
-    // 5. The app itself: model, window, status item, shown or not.
+    // 5. The app itself: model, window (shown unless in the background), status item.
     ZQBAgentApplication agent(std::move(options));
     agent.launch(background ? ZQBAgentApplication::Start::Background
                             : ZQBAgentApplication::Start::Window,

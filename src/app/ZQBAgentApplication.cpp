@@ -67,27 +67,26 @@ MainWindow &ZQBAgentApplication::mainWindow()
 
 void ZQBAgentApplication::launch(Start start, const QString &activationToken)
 {
+    // The model, started first: it refreshes now and every 15 seconds
+    // whether or not the window is ever shown (the tray and the completion
+    // announcements follow the engine from the start), and the engine's first
+    // answer is on its way while the window is built. That answer arrives
+    // through the event loop, so everything below is in place to hear it.
+    model();
+    periodicRefresh().start();
+
     // The app's icon for every window it shows and for the desktop's window
     // list; set before the first window exists, so it is there when mapped.
     QApplication::setWindowIcon(Symbols::appIcon());
 
-    // The model, then the window that shows it (its view is built on its
-    // first show: a start in the background builds none).
-    model();
+    // The window; its view is built on its first show (a start in the
+    // background builds none).
     MainWindow &window = mainWindow();
-
-    // The delegate observes the status broadcast before the first refresh can
-    // post one, so the tray item's first look is the engine's state. It finds
-    // the window by its title and puts the status item in the tray once a
-    // tray host is there.
-    m_appDelegate->applicationDidFinishLaunching();
-
-    // The model starts and refreshes every 15 seconds whether or not the
-    // window is ever shown: the tray and the completion announcements follow
-    // the engine from the start. Started before the window shows, so the
-    // engine's first answer is on its way while the view is built.
-    periodicRefresh().start();
-
     if (start == Start::Window)
         WindowActivation::bringForward(&window, activationToken);
+
+    // Last, the delegate: it follows the status broadcast, finds the window
+    // by its title, and puts the status item in the tray whenever a tray
+    // host is there.
+    m_appDelegate->applicationDidFinishLaunching();
 }

@@ -48,11 +48,10 @@ public:
         Background, // leave the window hidden (at login)
     };
 
-    // Start-up, in this order: the app's icon, the model, the window, the
-    // delegate with its status item (in the tray whenever a tray host is
-    // there), the model's start and refresh, then the window shown and
-    // brought forward with the launch's activation token, unless the start
-    // is in the background.
+    // Start-up, in this order: the model and its refresh, the app's icon, the
+    // window (shown and brought forward with the launch's activation token,
+    // unless the start is in the background), then the delegate with its
+    // status item, in the tray whenever a tray host is there.
     void launch(Start start = Start::Window, const QString &activationToken = {});
 
 private:
