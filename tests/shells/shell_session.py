@@ -365,7 +365,8 @@ class Session:
         return False
 
     def screenshot_into(self, source, name):
-        """Copies a screenshot into the repository's screenshots/ folder."""
+        """Copies a screenshot into the build's screenshots/ folder."""
+        os.makedirs(self.tools["screenshots"], exist_ok=True)
         target = os.path.join(self.tools["screenshots"], name)
         shutil.copyfile(source, target)
         return target

@@ -538,16 +538,27 @@ def folder_panel_centred(shell, window, A):
     expect(panel["parent"] is not None and window_titled(shell, "ZQB Agent")["title"] ==
            panel["parent"],
            "the folder panel's parent is %r, not the window" % panel["parent"])
-    (px, py), (mx, my) = centre(panel["rect"]), centre(main["rect"])
-    expect(abs(px - mx) <= 8, "the folder panel is not centred over the window: its centre "
-          "is at x=%d, the window's at x=%d" % (px, mx))
-    expect(main["rect"]["y"] <= py <= main["rect"]["y"] + main["rect"]["h"],
-          "the folder panel is not over the window: %s and %s" % (panel["rect"], main["rect"]))
+    if isinstance(shell, GnomeSession):
+        # Mutter 43 centres a Wayland child window over its parent only when
+        # it was told the child is a modal dialog, through GNOME's own shell
+        # protocol, which Qt 6.4 does not speak; the parent link is all an
+        # app can give it there, and the shell places the panel itself.
+        log("GNOME places the folder panel itself at", panel["rect"])
+    else:
+        folder_panel_over_window(panel, main)
     dialog = wait_until(lambda: window.dialog(FOLDER_PANEL), ACTION_TIMEOUT, 0.2,
                         "the folder panel on the accessibility bus")
     window.press_in(dialog, "Cancel")
     wait_until(lambda: not window_titled(shell, FOLDER_PANEL), ACTION_TIMEOUT, 0.2,
                "the folder panel to close")
+
+
+def folder_panel_over_window(panel, main):
+    (px, py), (mx, my) = centre(panel["rect"]), centre(main["rect"])
+    expect(abs(px - mx) <= 8, "the folder panel is not centred over the window: its centre "
+          "is at x=%d, the window's at x=%d" % (px, mx))
+    expect(main["rect"]["y"] <= py <= main["rect"]["y"] + main["rect"]["h"],
+          "the folder panel is not over the window: %s and %s" % (panel["rect"], main["rect"]))
 
 
 def after_the_shell(shell, driver, prefix):
