@@ -17,6 +17,8 @@ test_packages=(
   sway grim libwayland-dev libwayland-bin wayland-protocols
   at-spi2-core python3 python3-gi gir1.2-atspi-2.0 util-linux
   gdb
+  gnome-shell gnome-shell-extension-appindicator gjs
+  xfwm4 xfce4-panel xfce4-notifyd xfconf exo-utils gir1.2-gtk-3.0
 )
 
 packages=("${build_packages[@]}")
