@@ -2,6 +2,7 @@
 
 #include "SecretWipe.h"
 #include "TextRules.h"
+#include "TranslatedText.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -14,8 +15,8 @@
 
 namespace {
 
-const QString couldNotCompleteMessage =
-    QStringLiteral("ZQB Agent could not complete that operation.");
+const TranslatedText couldNotCompleteMessage = {
+    "AgentModel", QT_TRANSLATE_NOOP("AgentModel", "ZQB Agent could not complete that operation.")};
 
 constexpr qsizetype presentableErrorCap = 500;
 
