@@ -6,7 +6,7 @@ set -euo pipefail
 build_packages=(
   build-essential cmake ninja-build pkg-config
   qt6-base-dev qt6-base-dev-tools qt6-svg-dev libqt6svg6 qt6-qpa-plugins qt6-wayland
-  nlohmann-json3-dev
+  nlohmann-json3-dev qt6-l10n-tools
   dbus dbus-x11 xvfb xauth fonts-dejavu-core
 )
 test_packages=(
@@ -17,6 +17,7 @@ test_packages=(
   sway grim libwayland-dev libwayland-bin wayland-protocols
   at-spi2-core python3 python3-gi gir1.2-atspi-2.0 util-linux
   gdb
+  qt6-translations-l10n fonts-noto-cjk fonts-noto-core
 )
 
 packages=("${build_packages[@]}")

@@ -1,6 +1,7 @@
 #include "AppMain.h"
 
 #include "AppDelegate.h"
+#include "AppTranslations.h"
 #include "LaunchOptions.h"
 #include "MainWindow.h"
 #include "SingleInstance.h"
@@ -40,6 +41,8 @@ int runAgentApp(int &argc, char **argv, ZQBAgentApplication::Options options,
     QApplication::setApplicationDisplayName(QStringLiteral("ZQB Agent"));
     QApplication::setApplicationVersion(QStringLiteral(ZQB_APP_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("zqb-agent"));
+    AppTranslations translations;
+    translations.install(application);
 
     // A start in the background (at login) finds the app already running and
     // leaves it as it is; any other start brings its window forward.
