@@ -48,6 +48,14 @@ public:
     bool startDesktop(QString *why);
     // Leaves the tray host out of the next startDesktop(): a desktop with no tray.
     void setWithTray(bool withTray) { m_withTray = withTray; }
+    // A session in `language` ("de", "pt_BR"), as LANG and LANGUAGE set it,
+    // for every program started from then on; call after startDesktop().
+    void setLanguage(const QString &language)
+    {
+        m_env.remove(QStringLiteral("LC_ALL"));
+        m_env.insert(QStringLiteral("LANG"), language + QStringLiteral(".UTF-8"));
+        m_env.insert(QStringLiteral("LANGUAGE"), language);
+    }
     // Starts the app; waits until its window is shown and its probe answers.
     // A launcher's activation token, when given, is in its environment.
     bool startApp(QString *why, const QString &hangCommand = {},
