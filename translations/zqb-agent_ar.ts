@@ -65,6 +65,21 @@
     </message>
 </context>
 <context>
+    <name>AgentRunner</name>
+    <message>
+        <source>The ZQB Agent background engine is not installed.</source>
+        <translation>محرك ZQB Agent الذي يعمل في الخلفية غير مثبّت.</translation>
+    </message>
+    <message>
+        <source>ZQB Agent could not start.</source>
+        <translation>تعذّر تشغيل ZQB Agent.</translation>
+    </message>
+    <message>
+        <source>The ZQB Agent background engine did not answer.</source>
+        <translation>لم يستجب محرك ZQB Agent الذي يعمل في الخلفية.</translation>
+    </message>
+</context>
+<context>
     <name>AppDelegate</name>
     <message>
         <source>Open ZQB Agent</source>

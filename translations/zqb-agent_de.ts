@@ -65,6 +65,21 @@
     </message>
 </context>
 <context>
+    <name>AgentRunner</name>
+    <message>
+        <source>The ZQB Agent background engine is not installed.</source>
+        <translation>Die Hintergrund-Engine von ZQB Agent ist nicht installiert.</translation>
+    </message>
+    <message>
+        <source>ZQB Agent could not start.</source>
+        <translation>ZQB Agent konnte nicht gestartet werden.</translation>
+    </message>
+    <message>
+        <source>The ZQB Agent background engine did not answer.</source>
+        <translation>Die Hintergrund-Engine von ZQB Agent hat nicht geantwortet.</translation>
+    </message>
+</context>
+<context>
     <name>AppDelegate</name>
     <message>
         <source>Open ZQB Agent</source>

@@ -65,6 +65,21 @@
     </message>
 </context>
 <context>
+    <name>AgentRunner</name>
+    <message>
+        <source>The ZQB Agent background engine is not installed.</source>
+        <translation>El motor en segundo plano de ZQB Agent no está instalado.</translation>
+    </message>
+    <message>
+        <source>ZQB Agent could not start.</source>
+        <translation>ZQB Agent no pudo iniciarse.</translation>
+    </message>
+    <message>
+        <source>The ZQB Agent background engine did not answer.</source>
+        <translation>El motor en segundo plano de ZQB Agent no respondió.</translation>
+    </message>
+</context>
+<context>
     <name>AppDelegate</name>
     <message>
         <source>Open ZQB Agent</source>

@@ -65,6 +65,21 @@
     </message>
 </context>
 <context>
+    <name>AgentRunner</name>
+    <message>
+        <source>The ZQB Agent background engine is not installed.</source>
+        <translation>Le moteur d’arrière-plan de ZQB Agent n’est pas installé.</translation>
+    </message>
+    <message>
+        <source>ZQB Agent could not start.</source>
+        <translation>ZQB Agent n’a pas pu démarrer.</translation>
+    </message>
+    <message>
+        <source>The ZQB Agent background engine did not answer.</source>
+        <translation>Le moteur d’arrière-plan de ZQB Agent n’a pas répondu.</translation>
+    </message>
+</context>
+<context>
     <name>AppDelegate</name>
     <message>
         <source>Open ZQB Agent</source>

@@ -65,6 +65,21 @@
     </message>
 </context>
 <context>
+    <name>AgentRunner</name>
+    <message>
+        <source>The ZQB Agent background engine is not installed.</source>
+        <translation>Il motore in background di ZQB Agent non è installato.</translation>
+    </message>
+    <message>
+        <source>ZQB Agent could not start.</source>
+        <translation>Impossibile avviare ZQB Agent.</translation>
+    </message>
+    <message>
+        <source>The ZQB Agent background engine did not answer.</source>
+        <translation>Il motore in background di ZQB Agent non ha risposto.</translation>
+    </message>
+</context>
+<context>
     <name>AppDelegate</name>
     <message>
         <source>Open ZQB Agent</source>

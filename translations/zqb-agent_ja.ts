@@ -65,6 +65,21 @@
     </message>
 </context>
 <context>
+    <name>AgentRunner</name>
+    <message>
+        <source>The ZQB Agent background engine is not installed.</source>
+        <translation>ZQB Agent のバックグラウンドエンジンがインストールされていません。</translation>
+    </message>
+    <message>
+        <source>ZQB Agent could not start.</source>
+        <translation>ZQB Agent を起動できませんでした。</translation>
+    </message>
+    <message>
+        <source>The ZQB Agent background engine did not answer.</source>
+        <translation>ZQB Agent のバックグラウンドエンジンが応答しませんでした。</translation>
+    </message>
+</context>
+<context>
     <name>AppDelegate</name>
     <message>
         <source>Open ZQB Agent</source>

@@ -65,6 +65,21 @@
     </message>
 </context>
 <context>
+    <name>AgentRunner</name>
+    <message>
+        <source>The ZQB Agent background engine is not installed.</source>
+        <translation>O mecanismo em segundo plano do ZQB Agent não está instalado.</translation>
+    </message>
+    <message>
+        <source>ZQB Agent could not start.</source>
+        <translation>Não foi possível iniciar o ZQB Agent.</translation>
+    </message>
+    <message>
+        <source>The ZQB Agent background engine did not answer.</source>
+        <translation>O mecanismo em segundo plano do ZQB Agent não respondeu.</translation>
+    </message>
+</context>
+<context>
     <name>AppDelegate</name>
     <message>
         <source>Open ZQB Agent</source>

@@ -65,6 +65,21 @@
     </message>
 </context>
 <context>
+    <name>AgentRunner</name>
+    <message>
+        <source>The ZQB Agent background engine is not installed.</source>
+        <translation>未安装 ZQB Agent 后台引擎。</translation>
+    </message>
+    <message>
+        <source>ZQB Agent could not start.</source>
+        <translation>ZQB Agent 无法启动。</translation>
+    </message>
+    <message>
+        <source>The ZQB Agent background engine did not answer.</source>
+        <translation>ZQB Agent 后台引擎没有响应。</translation>
+    </message>
+</context>
+<context>
     <name>AppDelegate</name>
     <message>
         <source>Open ZQB Agent</source>

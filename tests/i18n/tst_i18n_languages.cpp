@@ -161,6 +161,16 @@ private slots:
         bubble.adjustSize();
         QVERIFY(save(bubble, language, "notification"));
 
+        // The engine missing: the app's own words for it, translated.
+        AgentModel missing{AgentModel::Services{
+            AgentRunner(QStringLiteral("/nonexistent/zqb-engine")), nullptr, nullptr}};
+        missing.installUpdate();
+        QTRY_VERIFY(missing.error().has_value());
+        QCOMPARE(*missing.error(),
+                 translated("AgentRunner", "The ZQB Agent background engine is not installed."));
+        QVERIFY(*missing.error() !=
+                QLatin1String("The ZQB Agent background engine is not installed."));
+
         // The tray menu.
         AppDelegate delegate;
         delegate.applicationDidFinishLaunching();
