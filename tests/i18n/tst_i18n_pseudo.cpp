@@ -204,6 +204,8 @@ private slots:
         QVERIFY2(escaped.isEmpty(), qPrintable(QStringLiteral("texts that escaped translation:\n") +
                                                escaped.join(QLatin1Char('\n'))));
         QVERIFY(marked > 10);
+        qInfo("%s: %d texts shown, %d of them translated, the rest engine texts", qPrintable(state),
+              int(texts.size()), marked);
 
         const QStringList cut = cutOffTexts(w.view);
         QVERIFY2(
