@@ -6,7 +6,7 @@ set -euo pipefail
 build_packages=(
   build-essential cmake ninja-build pkg-config
   qt6-base-dev qt6-base-dev-tools qt6-svg-dev libqt6svg6 qt6-qpa-plugins qt6-wayland
-  nlohmann-json3-dev libxcb1-dev
+  nlohmann-json3-dev libxcb1-dev qt6-l10n-tools
   dbus dbus-x11 xvfb xauth fonts-dejavu-core
 )
 test_packages=(
@@ -19,6 +19,7 @@ test_packages=(
   gdb
   gnome-shell gnome-shell-extension-appindicator gjs
   xfwm4 xfce4-panel xfce4-notifyd xfconf exo-utils gir1.2-gtk-3.0
+  qt6-translations-l10n fonts-noto-cjk fonts-noto-core
 )
 
 packages=("${build_packages[@]}")

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TranslatedText.h"
+
 #include <QDBusConnection>
 #include <QKeySequence>
 #include <QObject>
@@ -33,9 +35,12 @@ public:
     Q_ENUM(Look)
 
     static inline const QString mainWindowTitle = QStringLiteral("ZQB Agent");
-    static inline const QString openTitle = QStringLiteral("Open ZQB Agent");
-    static inline const QString checkConnectionTitle = QStringLiteral("Check Connection");
-    static inline const QString quitTitle = QStringLiteral("Quit ZQB Agent");
+    static inline const TranslatedText openTitle = {
+        "AppDelegate", QT_TRANSLATE_NOOP("AppDelegate", "Open ZQB Agent")};
+    static inline const TranslatedText checkConnectionTitle = {
+        "AppDelegate", QT_TRANSLATE_NOOP("AppDelegate", "Check Connection")};
+    static inline const TranslatedText quitTitle = {
+        "AppDelegate", QT_TRANSLATE_NOOP("AppDelegate", "Quit ZQB Agent")};
 
     // Ctrl+Q (Command-Q on macOS), also where the platform theme names no quit key.
     static QKeySequence quitShortcut() { return QKeySequence(Qt::CTRL | Qt::Key_Q); }

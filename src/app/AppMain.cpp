@@ -1,6 +1,7 @@
 #include "AppMain.h"
 
 #include "AppDelegate.h"
+#include "AppTranslations.h"
 #include "DisplayCheck.h"
 #include "LaunchOptions.h"
 #include "MainWindow.h"
@@ -47,6 +48,8 @@ int runAgentApp(int &argc, char **argv, ZQBAgentApplication::Options options,
     QApplication::setApplicationDisplayName(QStringLiteral("ZQB Agent"));
     QApplication::setApplicationVersion(QStringLiteral(ZQB_APP_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("zqb-agent"));
+    AppTranslations translations;
+    translations.install(application);
 
     // 4. One process per session. A start in the background (at login) finds
     // the app already running and leaves it as it is; any other start brings

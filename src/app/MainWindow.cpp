@@ -13,7 +13,7 @@ MainWindow::MainWindow(AgentModel &model, QWidget *parent)
     setWindowTitle(QStringLiteral("ZQB Agent"));
     setAttribute(Qt::WA_DeleteOnClose, false);
 
-    auto *quitAction = new QAction(QStringLiteral("Quit ZQB Agent"), this);
+    auto *quitAction = new QAction(tr("Quit ZQB Agent"), this);
     quitAction->setShortcut(AppDelegate::quitShortcut());
     quitAction->setShortcutContext(Qt::WindowShortcut);
     connect(quitAction, &QAction::triggered, this, &MainWindow::quitRequested);

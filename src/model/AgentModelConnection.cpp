@@ -2,6 +2,7 @@
 
 #include "SecretWipe.h"
 #include "TextRules.h"
+#include "TranslatedText.h"
 
 #include <cstring>
 
@@ -10,13 +11,17 @@
 
 namespace {
 
-const QString invitationTooShortMessage =
-    QStringLiteral("Paste the complete one-time invitation from the target Mac.");
-const QString enrollmentFailedPrefix = QStringLiteral("Enrollment failed. ");
-const QString enrollmentCompletedMessage =
-    QStringLiteral("Enrollment completed. ZQB is contacting the authorized target.");
-const QString updateInstalledMessage =
-    QStringLiteral("The verified ZQB Agent update was installed.");
+const TranslatedText invitationTooShortMessage = {
+    "AgentModel",
+    QT_TRANSLATE_NOOP("AgentModel", "Paste the complete one-time invitation from the target Mac.")};
+const TranslatedText enrollmentFailedPrefix = {
+    "AgentModel", QT_TRANSLATE_NOOP("AgentModel", "Enrollment failed. ")};
+const TranslatedText enrollmentCompletedMessage = {
+    "AgentModel",
+    QT_TRANSLATE_NOOP("AgentModel",
+                      "Enrollment completed. ZQB is contacting the authorized target.")};
+const TranslatedText updateInstalledMessage = {
+    "AgentModel", QT_TRANSLATE_NOOP("AgentModel", "The verified ZQB Agent update was installed.")};
 
 constexpr qsizetype minimumInvitationLength = 40;
 
@@ -76,7 +81,7 @@ void AgentModel::enroll()
                 return;
             }
             setInvitation(trimmed->text);
-            setError(enrollmentFailedPrefix + presentableError(result));
+            setError(enrollmentFailedPrefix.text() + presentableError(result));
             refresh(false, false);
         });
 }
@@ -85,7 +90,7 @@ void AgentModel::installUpdate()
 {
     run({QStringLiteral("autonomous-update")}, nullptr, true, [this](const CommandResult &result) {
         if (result.succeeded)
-            setNotice(result.output.isEmpty() ? updateInstalledMessage : result.output);
+            setNotice(result.output.isEmpty() ? updateInstalledMessage.text() : result.output);
         else
             setError(presentableError(result));
     });

@@ -2,6 +2,7 @@
 
 #include "SecretWipe.h"
 #include "TextRules.h"
+#include "TranslatedText.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -14,8 +15,16 @@
 
 namespace {
 
-const QString couldNotCompleteMessage =
-    QStringLiteral("ZQB Agent could not complete that operation.");
+const TranslatedText couldNotCompleteMessage = {
+    "AgentModel", QT_TRANSLATE_NOOP("AgentModel", "ZQB Agent could not complete that operation.")};
+
+// The runner's fixed failure messages are the app's own words: shown
+// translated, unlike everything the engine itself writes.
+const char *const runnerMessages[] = {
+    QT_TRANSLATE_NOOP("AgentRunner", "The ZQB Agent background engine is not installed."),
+    QT_TRANSLATE_NOOP("AgentRunner", "ZQB Agent could not start."),
+    QT_TRANSLATE_NOOP("AgentRunner", "The ZQB Agent background engine did not answer."),
+};
 
 constexpr qsizetype presentableErrorCap = 500;
 
@@ -91,5 +100,8 @@ QString AgentModel::presentableError(const CommandResult &result)
     const QString &taken = result.error.isEmpty() ? result.output : result.error;
     if (taken.isEmpty())
         return couldNotCompleteMessage;
+    for (const char *message : runnerMessages)
+        if (taken == QLatin1String(message))
+            return QCoreApplication::translate("AgentRunner", message);
     return TextRules::leftGraphemes(taken, presentableErrorCap);
 }

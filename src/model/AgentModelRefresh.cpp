@@ -6,14 +6,16 @@
 #include "NotificationCenter.h"
 #include "ShownText.h"
 #include "TextRules.h"
+#include "TranslatedText.h"
 
 // Reading the status document into the model, and announcing a backup that
 // has completed.
 
 namespace {
 
-const QString unreadableStatusMessage =
-    QStringLiteral("ZQB Agent returned an unreadable local status.");
+const TranslatedText unreadableStatusMessage = {
+    "AgentModel",
+    QT_TRANSLATE_NOOP("AgentModel", "ZQB Agent returned an unreadable local status.")};
 
 constexpr qsizetype notificationBodyCap = 300;
 
@@ -104,16 +106,16 @@ void AgentModel::announce(const RuntimeStatus &runtime)
     QString title;
     QString body;
     if (!runtime.recoveryReady) {
-        title = QStringLiteral("ZQB backup completed");
+        title = tr("ZQB backup completed");
         body = ShownText::bounded(runtime.message);
     } else if (*runtime.recoveryReady) {
-        title = QStringLiteral("ZQB backup Recovery Ready");
-        body = QStringLiteral(
-            "The authorized target returned signed zero-error verification for non-empty data.");
+        title = tr("ZQB backup Recovery Ready");
+        body =
+            tr("The authorized target returned signed zero-error verification for non-empty data.");
     } else {
-        title = QStringLiteral("ZQB empty backup completed");
-        body = QStringLiteral("The target verified this run with zero errors, but no files were "
-                              "present after exclusions.");
+        title = tr("ZQB empty backup completed");
+        body = tr("The target verified this run with zero errors, but no files were "
+                  "present after exclusions.");
     }
     setNotice(body);
     notify(title, body);

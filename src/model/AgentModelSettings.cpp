@@ -3,6 +3,7 @@
 #include "AgentDocuments.h"
 #include "FolderChooser.h"
 #include "FolderList.h"
+#include "TranslatedText.h"
 
 #include <QUrl>
 
@@ -16,12 +17,16 @@
 
 namespace {
 
-const QString folderSettingsMessage =
-    QStringLiteral("ZQB Agent could not prepare the folder settings.");
-const QString networkPolicyMessage =
-    QStringLiteral("ZQB Agent could not prepare the network policy.");
-const QString settingsSavedMessage = QStringLiteral("Folders, schedule, and network policy saved.");
-const QString noFoldersMessage = QStringLiteral("Choose and save at least one folder first.");
+const TranslatedText folderSettingsMessage = {
+    "AgentModel",
+    QT_TRANSLATE_NOOP("AgentModel", "ZQB Agent could not prepare the folder settings.")};
+const TranslatedText networkPolicyMessage = {
+    "AgentModel",
+    QT_TRANSLATE_NOOP("AgentModel", "ZQB Agent could not prepare the network policy.")};
+const TranslatedText settingsSavedMessage = {
+    "AgentModel", QT_TRANSLATE_NOOP("AgentModel", "Folders, schedule, and network policy saved.")};
+const TranslatedText noFoldersMessage = {
+    "AgentModel", QT_TRANSLATE_NOOP("AgentModel", "Choose and save at least one folder first.")};
 const QString fullDiskAccessLink =
     QStringLiteral("x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles");
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TranslatedText.h"
+
 #include <QStringList>
 
 #include <optional>
@@ -9,8 +11,10 @@
 class FolderChooser
 {
 public:
-    static inline const QString title = QStringLiteral("Choose folders ZQB should protect");
-    static inline const QString confirmLabel = QStringLiteral("Protect folders");
+    static inline const TranslatedText title = {
+        "FolderChooser", QT_TRANSLATE_NOOP("FolderChooser", "Choose folders ZQB should protect")};
+    static inline const TranslatedText confirmLabel = {
+        "FolderChooser", QT_TRANSLATE_NOOP("FolderChooser", "Protect folders")};
 
     virtual ~FolderChooser() = default;
     virtual std::optional<QStringList> chooseFolders() = 0;

@@ -52,6 +52,14 @@ public:
     // starts after the app or crashes would.
     bool startTray(QString *why);
     void stopTray();
+    // A session in `language` ("de", "pt_BR"), as LANG and LANGUAGE set it,
+    // for every program started from then on; call after startDesktop().
+    void setLanguage(const QString &language)
+    {
+        m_env.remove(QStringLiteral("LC_ALL"));
+        m_env.insert(QStringLiteral("LANG"), language + QStringLiteral(".UTF-8"));
+        m_env.insert(QStringLiteral("LANGUAGE"), language);
+    }
     // Starts the app; waits until its window is shown and its probe answers.
     // A launcher's activation token, when given, is in its environment (in
     // DESKTOP_STARTUP_ID under X11, as X11 launchers hand it on).

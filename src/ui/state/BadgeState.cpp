@@ -1,8 +1,10 @@
 #include "BadgeState.h"
 
 #include "Formatting.h"
+#include "PlatformText.h"
 #include "ShownText.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 #include <algorithm>
@@ -47,6 +49,18 @@ QString capitalizedWord(const QString &word)
 
 QString stateTitle(const QString &state)
 {
+    // The state words the window knows have their own translated titles;
+    // any other word is the engine's and is only capitalised.
+    static const char *const knownTitles[][2] = {
+        {"setup-required", QT_TRANSLATE_NOOP("BadgeState", "Setup Required")},
+        {"connected", QT_TRANSLATE_NOOP("BadgeState", "Connected")},
+        {"backing-up", QT_TRANSLATE_NOOP("BadgeState", "Backing Up")},
+        {"waiting-for-target", QT_TRANSLATE_NOOP("BadgeState", "Waiting For Target")},
+        {"paused", QT_TRANSLATE_NOOP("BadgeState", "Paused")},
+    };
+    for (const auto &known : knownTitles)
+        if (state == QLatin1String(known[0]))
+            return QCoreApplication::translate("BadgeState", known[1]);
     QString spaced = state;
     spaced.replace(QLatin1Char('-'), QLatin1Char(' '));
     // Words are separated by blanks; runs of blanks are kept as they are.
@@ -75,32 +89,41 @@ QString phaseLine(const BackupProgressStatus &p)
 {
     QString line;
     if (p.sourceCount >= 2)
-        line = QStringLiteral("Folder %1/%2 \u00b7 ").arg(p.sourceIndex).arg(p.sourceCount);
+        line = QCoreApplication::translate("BadgeState", "Folder %1/%2 · ")
+                   .arg(p.sourceIndex)
+                   .arg(p.sourceCount);
     const QString &phase = p.phase;
     if (phase == QLatin1String("preflight"))
-        line += QStringLiteral("Checking %1 files").arg(p.filesScanned);
+        line += countedText("BadgeState", QT_TRANSLATE_N_NOOP("BadgeState", "Checking %n files"),
+                            p.filesScanned);
     else if (phase == QLatin1String("resuming"))
-        line += QStringLiteral("Validating %1 prepared objects").arg(p.objectsPrepared);
+        line += countedText("BadgeState",
+                            QT_TRANSLATE_N_NOOP("BadgeState", "Validating %n prepared objects"),
+                            p.objectsPrepared);
     else if (isBytePhase(phase))
-        line += QStringLiteral("%1/%2 files \u00b7 %3 objects ready")
+        line += countedText("BadgeState",
+                            QT_TRANSLATE_N_NOOP("BadgeState", "%1/%2 files · %3 objects ready"),
+                            p.objectsPrepared)
                     .arg(p.filesScanned)
                     .arg(p.totalFiles)
                     .arg(p.objectsPrepared);
     else if (phase == QLatin1String("querying"))
-        line += QStringLiteral("Checking target inventory");
+        line += QCoreApplication::translate("BadgeState", "Checking target inventory");
     else if (phase == QLatin1String("uploading"))
-        line += QStringLiteral("%1/%2 uploaded \u00b7 %3 reused")
+        line += countedText("BadgeState",
+                            QT_TRANSLATE_N_NOOP("BadgeState", "%1/%2 uploaded · %3 reused"),
+                            p.objectsReused)
                     .arg(p.objectsUploaded)
                     .arg(p.totalObjects)
                     .arg(p.objectsReused);
     else if (phase == QLatin1String("waiting-for-receipts"))
-        line += QStringLiteral("Waiting for durable receipts");
+        line += QCoreApplication::translate("BadgeState", "Waiting for durable receipts");
     else if (phase == QLatin1String("committing"))
-        line += QStringLiteral("Committing recovery point");
+        line += QCoreApplication::translate("BadgeState", "Committing recovery point");
     else if (phase == QLatin1String("verifying"))
-        line += QStringLiteral("Verifying recovery point");
+        line += QCoreApplication::translate("BadgeState", "Verifying recovery point");
     else
-        line += QStringLiteral("Backup active");
+        line += QCoreApplication::translate("BadgeState", "Backup active");
     return line;
 }
 
@@ -109,17 +132,18 @@ BadgeState badgeState(const std::optional<RuntimeStatus> &shownRuntime)
     BadgeState badge;
     if (!shownRuntime) {
         badge.dot = ColorRole::Red;
-        badge.title = QStringLiteral("Checking status");
-        badge.message = QStringLiteral("Reading the local ZQB Agent state\u2026");
+        badge.title = QCoreApplication::translate("BadgeState", "Checking status");
+        badge.message =
+            QCoreApplication::translate("BadgeState", "Reading the local ZQB Agent state…");
         return badge;
     }
     // The tray reads the badge too, from the broadcast's record: cut here as well.
     const std::optional<RuntimeStatus> runtime = ShownText::bounded(*shownRuntime);
     badge.dot = dotColor(*runtime);
     badge.title = stateTitle(runtime->state);
-    badge.message = runtime->message;
+    badge.message = firstStrongIsolated(runtime->message);
     if (runtime->lastError && !runtime->lastError->isEmpty())
-        badge.errorLine = *runtime->lastError;
+        badge.errorLine = firstStrongIsolated(*runtime->lastError);
     if (runtime->active && runtime->backupProgress) {
         const BackupProgressStatus &p = *runtime->backupProgress;
         BadgeProgress progress;
@@ -127,10 +151,11 @@ BadgeState badgeState(const std::optional<RuntimeStatus> &shownRuntime)
         progress.phaseLine = phaseLine(p);
         if (p.lastProgressAt)
             progress.lastProgressLine =
-                QStringLiteral("Last progress ") + compactDate(*p.lastProgressAt);
+                QCoreApplication::translate("BadgeState", "Last progress %1")
+                    .arg(compactDate(*p.lastProgressAt));
         if (p.elapsedSeconds)
-            progress.elapsedLine =
-                QStringLiteral("Elapsed time ") + backupDurationLabel(p.elapsedSeconds);
+            progress.elapsedLine = QCoreApplication::translate("BadgeState", "Elapsed time %1")
+                                       .arg(backupDurationLabel(p.elapsedSeconds));
         badge.progress = progress;
     }
     return badge;

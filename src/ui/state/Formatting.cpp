@@ -1,12 +1,15 @@
 #include "Formatting.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 #include <QStringList>
+
+#include <climits>
 
 QString backupDurationLabel(std::optional<quint64> seconds)
 {
     if (!seconds)
-        return QStringLiteral("Duration not available");
+        return QCoreApplication::translate("Formatting", "Duration not available");
     const quint64 s = *seconds;
     const quint64 days = s / 86400;
     const quint64 hours = (s % 86400) / 3600;
@@ -15,13 +18,14 @@ QString backupDurationLabel(std::optional<quint64> seconds)
 
     QStringList parts;
     if (s >= 86400)
-        parts << QString::number(days) +
-                     (days == 1 ? QStringLiteral(" day") : QStringLiteral(" days"));
+        parts << (days == 1 ? QCoreApplication::translate("Formatting", "1 day")
+                            : countedText("Formatting",
+                                          QT_TRANSLATE_N_NOOP("Formatting", "%n days"), days));
     if (days > 0 || hours > 0)
-        parts << QString::number(hours) + QStringLiteral(" hr");
+        parts << countedText("Formatting", QT_TRANSLATE_N_NOOP("Formatting", "%n hr"), hours);
     if (days > 0 || hours > 0 || minutes > 0)
-        parts << QString::number(minutes) + QStringLiteral(" min");
-    parts << QString::number(secs) + QStringLiteral(" sec");
+        parts << countedText("Formatting", QT_TRANSLATE_N_NOOP("Formatting", "%n min"), minutes);
+    parts << countedText("Formatting", QT_TRANSLATE_N_NOOP("Formatting", "%n sec"), secs);
     return parts.join(QLatin1Char(' '));
 }
 
@@ -199,7 +203,7 @@ QString compactDate(const QString &text)
 {
     const std::optional<QDateTime> instant = parseInternetDateTime(text);
     if (!instant)
-        return QStringLiteral("recently");
+        return QCoreApplication::translate("Formatting", "recently");
     const QLocale locale;
     return locale.toString(instant->toLocalTime().time(), standardTimeFormat(locale));
 }
@@ -207,10 +211,10 @@ QString compactDate(const QString &text)
 QString dateLabel(const std::optional<QString> &text)
 {
     if (!text)
-        return QStringLiteral("Not yet");
+        return QCoreApplication::translate("Formatting", "Not yet");
     const std::optional<QDateTime> instant = parseInternetDateTime(*text);
     if (!instant)
-        return QStringLiteral("Not yet");
+        return QCoreApplication::translate("Formatting", "Not yet");
     const QLocale locale;
     const QDateTime local = instant->toLocalTime();
     const QString date = locale.toString(local.date(), abbreviatedDateFormat(locale));
@@ -223,12 +227,14 @@ QString dateLabel(const std::optional<QString> &text)
 QString intervalLabel(qint64 minutes)
 {
     if (minutes < 60)
-        return QString::number(minutes) + QStringLiteral(" minutes");
+        return countedText("Formatting", QT_TRANSLATE_N_NOOP("Formatting", "%n minutes"),
+                           quint64(minutes));
     if (minutes == 60)
-        return QStringLiteral("1 hour");
+        return QCoreApplication::translate("Formatting", "1 hour");
     if (minutes >= 1440)
-        return QStringLiteral("1 day");
-    return QString::number(minutes / 60) + QStringLiteral(" hours");
+        return QCoreApplication::translate("Formatting", "1 day");
+    return countedText("Formatting", QT_TRANSLATE_N_NOOP("Formatting", "%n hours"),
+                       quint64(minutes / 60));
 }
 
 QList<qint64> scheduleIntervals()
@@ -236,12 +242,31 @@ QList<qint64> scheduleIntervals()
     return {15, 60, 240, 720, 1440};
 }
 
-const QList<BandwidthChoice> &bandwidthChoices()
+QList<BandwidthChoice> bandwidthChoices()
 {
-    static const QList<BandwidthChoice> choices = {
-        {QStringLiteral("Unlimited"), 0},  {QStringLiteral("1 Mbps"), 128},
-        {QStringLiteral("5 Mbps"), 640},   {QStringLiteral("10 Mbps"), 1280},
-        {QStringLiteral("25 Mbps"), 3200}, {QStringLiteral("50 Mbps"), 6400},
+    // Made on each call, so the labels are in the language loaded by then.
+    const auto mbps = [](int n) {
+        return QCoreApplication::translate("Formatting", "%1 Mbps").arg(n);
     };
-    return choices;
+    return {
+        {QCoreApplication::translate("Formatting", "Unlimited"), 0},
+        {mbps(1), 128},
+        {mbps(5), 640},
+        {mbps(10), 1280},
+        {mbps(25), 3200},
+        {mbps(50), 6400},
+    };
+}
+
+QString countedText(const char *context, const char *source, quint64 count)
+{
+    // Plural rules look at the number and its last digits; a count beyond
+    // int keeps its last six digits above a million, which selects the same
+    // form, and is written out in full afterwards.
+    const bool fits = count <= quint64(INT_MAX);
+    const int representative = fits ? int(count) : int(1000000000 + count % 1000000);
+    QString text = QCoreApplication::translate(context, source, nullptr, representative);
+    if (!fits)
+        text.replace(QString::number(representative), QString::number(count));
+    return text;
 }

@@ -41,4 +41,9 @@ struct BandwidthChoice
     qint64 kibPerSecond = 0;
 };
 // "Unlimited", "1 Mbps", ... in KiB per second (128 KiB/s per Mbit/s).
-const QList<BandwidthChoice> &bandwidthChoices();
+QList<BandwidthChoice> bandwidthChoices();
+
+// The translation of `source` (marked with QT_TRANSLATE_N_NOOP in `context`)
+// in the plural form for `count`; "%n" becomes the count. Untranslated, the
+// source text with the count in it.
+QString countedText(const char *context, const char *source, quint64 count);

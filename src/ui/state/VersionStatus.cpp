@@ -1,27 +1,37 @@
 #include "VersionStatus.h"
 
 #include "Formatting.h"
+#include "PlatformText.h"
+
+#include <QCoreApplication>
 
 namespace {
-const QString latestVersionLabel = QStringLiteral("Latest version");
-const QString couldNotVerifyLabel = QStringLiteral("Could not verify latest");
+QString latestVersionLabel()
+{
+    return QCoreApplication::translate("VersionStatus", "Latest version");
+}
+QString couldNotVerifyLabel()
+{
+    return QCoreApplication::translate("VersionStatus", "Could not verify latest");
+}
 } // namespace
 
 DurationDetail backupDurationDetail(const std::optional<AgentUIStatus> &status)
 {
     if (!status || !status->runtime.backupProgress)
-        return {QStringLiteral("Last backup duration"), QStringLiteral("Duration not available")};
+        return {QCoreApplication::translate("VersionStatus", "Last backup duration"),
+                backupDurationLabel(std::nullopt)};
     const BackupProgressStatus &progress = *status->runtime.backupProgress;
     const QString value = backupDurationLabel(progress.elapsedSeconds);
     if (progress.phase == QLatin1String("completed"))
-        return {QStringLiteral("Last backup duration"), value};
+        return {QCoreApplication::translate("VersionStatus", "Last backup duration"), value};
     if (progress.phase == QLatin1String("failed"))
-        return {QStringLiteral("Last attempt duration"), value};
+        return {QCoreApplication::translate("VersionStatus", "Last attempt duration"), value};
     if (progress.phase == QLatin1String("cancelled"))
-        return {QStringLiteral("Cancelled attempt duration"), value};
+        return {QCoreApplication::translate("VersionStatus", "Cancelled attempt duration"), value};
     if (status->runtime.active)
-        return {QStringLiteral("Current backup elapsed"), value};
-    return {QStringLiteral("Last backup duration"), value};
+        return {QCoreApplication::translate("VersionStatus", "Current backup elapsed"), value};
+    return {QCoreApplication::translate("VersionStatus", "Last backup duration"), value};
 }
 
 bool updateIsActuallyAvailable(const std::optional<AgentUIStatus> &status)
@@ -35,16 +45,18 @@ bool updateIsActuallyAvailable(const std::optional<AgentUIStatus> &status)
 QString versionStatusLabel(const std::optional<AgentUIStatus> &status)
 {
     if (!status)
-        return QStringLiteral("Checking latest\u2026");
+        return QCoreApplication::translate("VersionStatus", "Checking latest…");
     const std::optional<QString> &latest = status->runtime.latestAgentVersion;
     if (updateIsActuallyAvailable(status))
-        return QStringLiteral("Update available: ") +
-               latest.value_or(QStringLiteral("new release"));
+        return latest
+                   ? QCoreApplication::translate("VersionStatus", "Update available: %1")
+                         .arg(leftToRightIsolated(*latest))
+                   : QCoreApplication::translate("VersionStatus", "Update available: new release");
     if (!status->runtime.serviceReachable)
-        return couldNotVerifyLabel;
+        return couldNotVerifyLabel();
     if (latest && *latest == status->agentVersion)
-        return latestVersionLabel;
-    return QStringLiteral("Checking latest\u2026");
+        return latestVersionLabel();
+    return QCoreApplication::translate("VersionStatus", "Checking latest…");
 }
 
 ColorRole versionStatusColor(const std::optional<AgentUIStatus> &status)
@@ -52,9 +64,9 @@ ColorRole versionStatusColor(const std::optional<AgentUIStatus> &status)
     if (updateIsActuallyAvailable(status))
         return ColorRole::Blue;
     const QString label = versionStatusLabel(status);
-    if (label == latestVersionLabel)
+    if (label == latestVersionLabel())
         return ColorRole::Green;
-    if (label == couldNotVerifyLabel)
+    if (label == couldNotVerifyLabel())
         return ColorRole::Orange;
     return ColorRole::Secondary;
 }
@@ -64,9 +76,9 @@ Symbol versionStatusSymbol(const std::optional<AgentUIStatus> &status)
     if (updateIsActuallyAvailable(status))
         return Symbol::ArrowDownCircle;
     const QString label = versionStatusLabel(status);
-    if (label == latestVersionLabel)
+    if (label == latestVersionLabel())
         return Symbol::CheckCircle;
-    if (label == couldNotVerifyLabel)
+    if (label == couldNotVerifyLabel())
         return Symbol::WarningTriangle;
     return Symbol::Clock;
 }

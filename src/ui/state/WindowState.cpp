@@ -6,6 +6,8 @@
 #include "TextRules.h"
 #include "VersionStatus.h"
 
+#include <QCoreApplication>
+
 WindowInputs windowInputs(const AgentModel &model, const QString &appVersion)
 {
     WindowInputs inputs;
@@ -36,11 +38,12 @@ HeaderState headerState(const WindowInputs &in)
 {
     const std::optional<AgentUIStatus> &status = in.status;
     HeaderState h;
-    h.subtitle = localMachineText(QStringLiteral("Simple, encrypted protection for this Mac"));
+    h.subtitle = localMachineTranslation(
+        "WindowState", QStringLiteral("Simple, encrypted protection for this Mac"));
     QString running = status ? status->agentVersion : in.appVersion;
     if (!status && running.isEmpty())
-        running = QStringLiteral("Unknown");
-    h.versionLine = QStringLiteral("ZQB Agent ") + running;
+        running = QCoreApplication::translate("WindowState", "Unknown");
+    h.versionLine = leftToRightIsolated(QStringLiteral("ZQB Agent ") + running);
     h.capsule = {versionStatusLabel(status), versionStatusColor(status),
                  versionStatusSymbol(status)};
     return h;
@@ -50,10 +53,12 @@ ConnectBoxState connectBoxState(const WindowInputs &in)
 {
     ConnectBoxState c;
     c.visible = in.status && !in.status->runtime.enrolled;
-    c.title = localMachineText(QStringLiteral("Connect this Mac"));
-    c.text = QStringLiteral("On the target Mac, choose Settings \u2192 Remote backup target "
-                            "\u2192 Enroll an agent. Paste its one-time invitation here.");
-    c.enrollLabel = localMachineText(QStringLiteral("Enroll this Mac"));
+    c.title = localMachineTranslation("WindowState", QStringLiteral("Connect this Mac"));
+    c.text = QCoreApplication::translate("WindowState",
+                                         "On the target Mac, choose Settings → Remote backup "
+                                         "target → Enroll an agent. Paste its one-time "
+                                         "invitation here.");
+    c.enrollLabel = localMachineTranslation("WindowState", QStringLiteral("Enroll this Mac"));
     // Counted as typed, without trimming; the model trims before sending.
     c.enrollEnabled =
         !in.busy && TextRules::graphemeCount(in.invitation) >= minimumInvitationLength;
@@ -95,8 +100,8 @@ WindowState windowState(const WindowInputs &in)
     w.noticeCard = in.notice;
     w.connect = connectBoxState(in);
     w.restoring.visible = !in.status;
-    w.restoring.text =
-        localMachineText(QStringLiteral("Reading this Mac's existing ZQB enrollment\u2026"));
+    w.restoring.text = localMachineTranslation(
+        "WindowState", QStringLiteral("Reading this Mac's existing ZQB enrollment\u2026"));
     w.folders = {in.sources, in.sources.isEmpty(), platformOffersFullDiskAccess()};
     w.schedule = scheduleState(in);
     w.skipPatterns.text = in.exclusionText;

@@ -19,8 +19,8 @@ BetaWarning::BetaWarning(QWidget *parent)
     m_icon->setFixedSize(16, 16);
     row->addWidget(m_icon, 0, Qt::AlignTop);
     m_text->setObjectName(QStringLiteral("betaWarningText"));
-    m_text->setText(QStringLiteral("Beta: keep an independent verified backup. Test restoring "
-                                   "before relying on ZQB for important data."));
+    m_text->setText(tr("Beta: keep an independent verified backup. Test restoring "
+                       "before relying on ZQB for important data."));
     m_text->setFont(WidgetStyle::captionFont(font()));
     row->addWidget(m_text, 1);
     applyColors();

@@ -40,7 +40,7 @@ BusySpinner::BusySpinner(int diameter, QWidget *parent) : QWidget(parent), m_dia
     }();
     Q_UNUSED(factoryInstalled);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setAccessibleName(QStringLiteral("In progress"));
+    setAccessibleName(tr("In progress"));
     m_timer.setInterval(60);
     connect(&m_timer, &QTimer::timeout, this, [this] {
         m_angle = (m_angle + 30) % 360;

@@ -21,8 +21,8 @@ ConnectBox::ConnectBox(QWidget *parent)
     column->addWidget(m_text);
     m_invitation->setObjectName(QStringLiteral("invitationField"));
     m_invitation->setEchoMode(QLineEdit::Password);
-    m_invitation->setPlaceholderText(QStringLiteral("One-time invitation"));
-    m_invitation->setAccessibleName(QStringLiteral("One-time invitation"));
+    m_invitation->setPlaceholderText(tr("One-time invitation"));
+    m_invitation->setAccessibleName(tr("One-time invitation"));
     // The invitation is a secret: no drag out, no undo history kept around.
     m_invitation->setDragEnabled(false);
     m_invitation->setClearButtonEnabled(false);

@@ -17,7 +17,7 @@ constexpr int rowCount = 9;
 }
 
 ConnectionSection::ConnectionSection(QWidget *parent)
-    : QGroupBox(QStringLiteral("Connection and compatibility"), parent), m_grid(new QGridLayout),
+    : QGroupBox(tr("Connection and compatibility"), parent), m_grid(new QGridLayout),
       m_updateCard(new QWidget), m_updateIcon(new QLabel), m_install(new QPushButton),
       m_check(new QPushButton)
 {
@@ -48,11 +48,11 @@ ConnectionSection::ConnectionSection(QWidget *parent)
     card->setSpacing(8);
     m_updateIcon->setFixedSize(18, 18);
     card->addWidget(m_updateIcon);
-    auto *cardText = new WrappedLabel(QStringLiteral("A newer compatible ZQB Agent is available."));
+    auto *cardText = new WrappedLabel(tr("A newer compatible ZQB Agent is available."));
     cardText->setObjectName(QStringLiteral("updateText"));
     card->addWidget(cardText, 1);
     m_install->setObjectName(QStringLiteral("installButton"));
-    m_install->setText(QStringLiteral("Install verified update"));
+    m_install->setText(tr("Install verified update"));
     m_install->setAccessibleName(m_install->text());
     card->addWidget(m_install);
     column->addWidget(m_updateCard);

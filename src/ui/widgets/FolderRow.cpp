@@ -1,6 +1,7 @@
 #include "FolderRow.h"
 
 #include "ElidedLabel.h"
+#include "PlatformText.h"
 #include "Symbols.h"
 
 #include <QHBoxLayout>
@@ -18,16 +19,16 @@ FolderRow::FolderRow(const QString &path, QWidget *parent) : QWidget(parent), m_
     layout->addWidget(m_icon);
     m_label = new ElidedLabel;
     m_label->setObjectName(QStringLiteral("folderPath"));
-    m_label->setFullText(path);
+    m_label->setFullText(leftToRightIsolated(path));
     layout->addWidget(m_label, 1);
     m_remove = new QToolButton;
     m_remove->setObjectName(QStringLiteral("removeFolderButton"));
     m_remove->setAutoRaise(true);
     m_remove->setIconSize(QSize(16, 16));
-    m_remove->setToolTip(QStringLiteral("Remove folder"));
+    m_remove->setToolTip(tr("Remove folder"));
     // Said with its folder: a list of identical "Remove folder" buttons
     // tells a screen reader's user nothing.
-    m_remove->setAccessibleName(QStringLiteral("Remove folder ") + path);
+    m_remove->setAccessibleName(tr("Remove folder %1").arg(path));
     m_remove->setFocusPolicy(Qt::StrongFocus);
     connect(m_remove, &QToolButton::clicked, this, [this] { emit removeRequested(m_path); });
     layout->addWidget(m_remove);

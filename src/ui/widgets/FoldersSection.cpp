@@ -16,12 +16,10 @@
 #include <QVBoxLayout>
 
 FoldersSection::FoldersSection(QWidget *parent)
-    : QGroupBox(QStringLiteral("Folders to protect"), parent),
-      m_noFolders(new WrappedLabel(QStringLiteral("No folders selected yet."))),
-      m_rows(new QWidget), m_rowsLayout(new QVBoxLayout(m_rows)),
-      m_add(new QPushButton(QStringLiteral("Add folders\u2026"))),
-      m_fullDiskAccess(new QPushButton(QStringLiteral("Full Disk Access\u2026"))),
-      m_nextSlice(new QTimer(this))
+    : QGroupBox(tr("Folders to protect"), parent),
+      m_noFolders(new WrappedLabel(tr("No folders selected yet."))), m_rows(new QWidget),
+      m_rowsLayout(new QVBoxLayout(m_rows)), m_add(new QPushButton(tr("Add folders…"))),
+      m_fullDiskAccess(new QPushButton(tr("Full Disk Access…"))), m_nextSlice(new QTimer(this))
 {
     setObjectName(QStringLiteral("foldersBox"));
     // A zero timer, not a queued call: it fires once the window system's
@@ -43,8 +41,8 @@ FoldersSection::FoldersSection(QWidget *parent)
     m_add->setAccessibleName(m_add->text());
     m_fullDiskAccess->setObjectName(QStringLiteral("fullDiskAccessButton"));
     m_fullDiskAccess->setAccessibleName(m_fullDiskAccess->text());
-    m_fullDiskAccess->setToolTip(QStringLiteral(
-        "Some protected folders require macOS Full Disk Access for the ZQB Agent engine."));
+    m_fullDiskAccess->setToolTip(
+        tr("Some protected folders require macOS Full Disk Access for the ZQB Agent engine."));
     buttons->addWidget(m_add);
     buttons->addWidget(m_fullDiskAccess);
     buttons->addStretch();

@@ -1,6 +1,7 @@
 #include "HeaderSection.h"
 
 #include "ControlSync.h"
+#include "PlatformText.h"
 #include "Symbols.h"
 #include "VersionCapsule.h"
 #include "WidgetStyle.h"
@@ -28,7 +29,7 @@ HeaderSection::HeaderSection(QWidget *parent)
 
     auto *column = new QVBoxLayout;
     column->setSpacing(3);
-    auto *title = new QLabel(QStringLiteral("ZQB Agent"));
+    auto *title = new QLabel(leftToRightIsolated(QStringLiteral("ZQB Agent")));
     title->setObjectName(QStringLiteral("appTitle"));
     title->setTextFormat(Qt::PlainText);
     title->setFont(WidgetStyle::titleFont(font()));

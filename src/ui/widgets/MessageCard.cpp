@@ -44,8 +44,8 @@ MessageCard::MessageCard(ColorRole role, QWidget *parent)
 
     m_dismiss->setObjectName(QStringLiteral("dismissButton"));
     m_dismiss->setAutoRaise(true);
-    m_dismiss->setToolTip(QStringLiteral("Dismiss"));
-    m_dismiss->setAccessibleName(QStringLiteral("Dismiss"));
+    m_dismiss->setToolTip(tr("Dismiss"));
+    m_dismiss->setAccessibleName(tr("Dismiss"));
     m_dismiss->setFocusPolicy(Qt::StrongFocus);
     m_dismiss->setIconSize(QSize(12, 12));
     row->addWidget(m_dismiss, 0, Qt::AlignTop);

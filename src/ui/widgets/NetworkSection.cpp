@@ -37,15 +37,14 @@ int bandwidthIndex(qint64 kibPerSecond)
 } // namespace
 
 NetworkSection::NetworkSection(QWidget *parent)
-    : QGroupBox(QStringLiteral("Network transfer"), parent),
-      m_paused(checkBox(QStringLiteral("Pause encrypted transfers"), "pausedToggle")),
+    : QGroupBox(tr("Network transfer"), parent),
+      m_paused(checkBox(tr("Pause encrypted transfers"), "pausedToggle")),
       m_bandwidth(new WheelSafeComboBox),
-      m_metered(checkBox(QStringLiteral("Treat the current network as metered"), "meteredToggle")),
-      m_allowMetered(
-          checkBox(QStringLiteral("Allow backup on metered networks"), "allowMeteredToggle")),
-      m_note(new WrappedLabel(QStringLiteral("Interrupted transfers resume from durable "
-                                             "ciphertext receipts. ZQB retries safe status "
-                                             "checks and never sends plaintext.")))
+      m_metered(checkBox(tr("Treat the current network as metered"), "meteredToggle")),
+      m_allowMetered(checkBox(tr("Allow backup on metered networks"), "allowMeteredToggle")),
+      m_note(new WrappedLabel(tr("Interrupted transfers resume from durable "
+                                 "ciphertext receipts. ZQB retries safe status "
+                                 "checks and never sends plaintext.")))
 {
     setObjectName(QStringLiteral("networkBox"));
     auto *column = new QVBoxLayout(this);
@@ -54,12 +53,12 @@ NetworkSection::NetworkSection(QWidget *parent)
 
     auto *bandwidthRow = new QHBoxLayout;
     bandwidthRow->setSpacing(10);
-    auto *bandwidthLabel = new QLabel(QStringLiteral("Bandwidth limit"));
+    auto *bandwidthLabel = new QLabel(tr("Bandwidth limit"));
     bandwidthLabel->setObjectName(QStringLiteral("bandwidthLabel"));
     bandwidthLabel->setTextFormat(Qt::PlainText);
     bandwidthRow->addWidget(bandwidthLabel);
     m_bandwidth->setObjectName(QStringLiteral("bandwidthPicker"));
-    m_bandwidth->setAccessibleName(QStringLiteral("Bandwidth limit"));
+    m_bandwidth->setAccessibleName(tr("Bandwidth limit"));
     m_bandwidth->setMinimumWidth(170);
     bandwidthLabel->setBuddy(m_bandwidth);
     for (const BandwidthChoice &choice : bandwidthChoices())

@@ -9,7 +9,7 @@
 #include <QHBoxLayout>
 
 RestoringBox::RestoringBox(QWidget *parent)
-    : QGroupBox(QStringLiteral("Restoring connection"), parent), m_text(new WrappedLabel)
+    : QGroupBox(tr("Restoring connection"), parent), m_text(new WrappedLabel)
 {
     setObjectName(QStringLiteral("restoringBox"));
     auto *row = new QHBoxLayout(this);

@@ -16,10 +16,10 @@
 #include <QVBoxLayout>
 
 ScheduleSection::ScheduleSection(QList<qint64> intervals, QWidget *parent)
-    : QGroupBox(QStringLiteral("Automatic protection"), parent), m_intervals(std::move(intervals)),
-      m_enabled(new QCheckBox(QStringLiteral("Back up selected folders automatically"))),
-      m_interval(new WheelSafeComboBox), m_save(new QPushButton(QStringLiteral("Save settings"))),
-      m_backUpNow(new QPushButton(QStringLiteral("Back up now"))), m_busy(new BusySpinner(16))
+    : QGroupBox(tr("Automatic protection"), parent), m_intervals(std::move(intervals)),
+      m_enabled(new QCheckBox(tr("Back up selected folders automatically"))),
+      m_interval(new WheelSafeComboBox), m_save(new QPushButton(tr("Save settings"))),
+      m_backUpNow(new QPushButton(tr("Back up now"))), m_busy(new BusySpinner(16))
 {
     setObjectName(QStringLiteral("scheduleBox"));
     auto *column = new QVBoxLayout(this);
@@ -30,13 +30,13 @@ ScheduleSection::ScheduleSection(QList<qint64> intervals, QWidget *parent)
 
     auto *intervalRow = new QHBoxLayout;
     intervalRow->setSpacing(10);
-    auto *runEvery = new QLabel(QStringLiteral("Run every"));
+    auto *runEvery = new QLabel(tr("Run every"));
     runEvery->setObjectName(QStringLiteral("runEveryLabel"));
     runEvery->setTextFormat(Qt::PlainText);
     intervalRow->addWidget(runEvery);
     m_interval->setObjectName(QStringLiteral("intervalPicker"));
     m_interval->setFixedWidth(170);
-    m_interval->setAccessibleName(QStringLiteral("Run every"));
+    m_interval->setAccessibleName(tr("Run every"));
     runEvery->setBuddy(m_interval);
     for (qint64 minutes : std::as_const(m_intervals))
         m_interval->addItem(intervalLabel(minutes), minutes);
@@ -50,7 +50,7 @@ ScheduleSection::ScheduleSection(QList<qint64> intervals, QWidget *parent)
     m_backUpNow->setObjectName(QStringLiteral("backUpNowButton"));
     m_backUpNow->setAccessibleName(m_backUpNow->text());
     m_busy->setObjectName(QStringLiteral("busyIndicator"));
-    m_busy->setAccessibleName(QStringLiteral("Working"));
+    m_busy->setAccessibleName(tr("Working"));
     m_busy->setVisible(false);
     buttons->addWidget(m_save);
     buttons->addWidget(m_backUpNow);

@@ -10,17 +10,18 @@
 #include <QVBoxLayout>
 
 SkipPatternsSection::SkipPatternsSection(QWidget *parent)
-    : QGroupBox(QStringLiteral("Skip patterns"), parent), m_patterns(new QLineEdit),
-      m_note(new WrappedLabel(QStringLiteral("Patterns match file or folder names. ZQB always "
-                                             "shows the complete configured list.")))
+    : QGroupBox(tr("Skip patterns"), parent), m_patterns(new QLineEdit),
+      m_note(new WrappedLabel(tr("Patterns match file or folder names. ZQB always "
+                                 "shows the complete configured list.")))
 {
     setObjectName(QStringLiteral("skipBox"));
     auto *column = new QVBoxLayout(this);
     column->setSpacing(8);
     m_patterns->setObjectName(QStringLiteral("exclusionsField"));
-    m_patterns->setPlaceholderText(
-        QStringLiteral("Comma-separated names, such as node_modules, *.tmp"));
-    m_patterns->setAccessibleName(QStringLiteral("Skip patterns"));
+    m_patterns->setPlaceholderText(tr("Comma-separated names, such as node_modules, *.tmp"));
+    m_patterns->setAccessibleName(tr("Skip patterns"));
+    // File names read left to right, also in a mirrored window.
+    m_patterns->setLayoutDirection(Qt::LeftToRight);
     column->addWidget(m_patterns);
     m_note->setObjectName(QStringLiteral("exclusionsNote"));
     // Sized from the window's text, not from a group box title's font.

@@ -87,9 +87,9 @@ StatusBadge::StatusBadge(QWidget *parent)
     m_bar->setMaximumWidth(240);
     m_bar->setMinimumWidth(160);
     m_bar->setFixedHeight(8);
-    m_bar->setAccessibleName(QStringLiteral("Backup progress"));
+    m_bar->setAccessibleName(tr("Backup progress"));
     m_spinner->setObjectName(QStringLiteral("badgeSpinner"));
-    m_spinner->setAccessibleName(QStringLiteral("Backup progress"));
+    m_spinner->setAccessibleName(tr("Backup progress"));
     barRow->addWidget(m_bar, 0, Qt::AlignVCenter);
     barRow->addWidget(m_spinner, 0, Qt::AlignVCenter);
     m_phase->setFont(WidgetStyle::captionFont(font()));
