@@ -13,6 +13,7 @@
 #include "FakeEngine.h"
 #include "Formatting.h"
 #include "ScreenStates.h"
+#include "TestTrayHost.h"
 #include "TextRoom.h"
 
 #include <QApplication>
@@ -64,7 +65,11 @@ class TestI18nLanguages : public QObject
 {
     Q_OBJECT
 
+    TestTrayHost m_tray;
+
 private slots:
+    void initTestCase() { QVERIFY(m_tray.start()); }
+
     void language_data()
     {
         QTest::addColumn<QString>("language");
