@@ -9,11 +9,11 @@
 #include "WindowActivation.h"
 
 #include <QAction>
-#include <QEvent>
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <QEvent>
 #include <QKeySequence>
 #include <QMenu>
 #include <QSystemTrayIcon>

@@ -266,8 +266,7 @@ CommandResult failure(const QString &message)
 
 AgentRunner::AgentRunner() : m_enginePath(defaultEnginePath()) {}
 
-AgentRunner::AgentRunner(QString enginePath)
-    : AgentRunner(std::move(enginePath), StatusReadLimit{})
+AgentRunner::AgentRunner(QString enginePath) : AgentRunner(std::move(enginePath), StatusReadLimit{})
 {
 }
 
