@@ -384,7 +384,8 @@ CommandResult AgentRunner::run(const QStringList &arguments,
                 continue;
             break;
         }
-        if (ready == 0 && deadline && Clock::now() >= *deadline) {
+        // Also while output keeps coming: an engine that prints forever hangs too.
+        if (deadline && Clock::now() >= *deadline) {
             timedOut = true;
             break;
         }

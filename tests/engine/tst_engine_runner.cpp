@@ -159,6 +159,7 @@ private slots:
     void hungStatusReadIsTerminatedAndFails();
     void statusReadIgnoringTerminationIsKilled();
     void statusReadThatClosesItsStreamsButRunsOnIsEnded();
+    void statusReadThatNeverStopsWritingIsEnded();
     void statusReadAnsweringInTimeIsKept();
     void otherCommandsAreNeverEnded();
 
@@ -682,6 +683,18 @@ void TestEngineRunner::statusReadThatClosesItsStreamsButRunsOnIsEnded()
     const QString dir = engines.path(QString());
     const QString engine = engines.script("engine", "echo $$ > '" + dir.toUtf8() +
                                                         "/pid'\nexec >&- 2>&-\nexec sleep 30\n");
+    const CommandResult result = AgentRunner(engine, shortLimit).run({"ui-status"});
+    QVERIFY(!result.succeeded);
+    QCOMPARE(result.error, QStringLiteral("The ZQB Agent background engine did not answer."));
+    QVERIFY(processIsGone(readAll(dir + "/pid")));
+}
+
+void TestEngineRunner::statusReadThatNeverStopsWritingIsEnded()
+{
+    Engines engines;
+    const QString dir = engines.path(QString());
+    const QString engine = engines.script(
+        "engine", "echo $$ > '" + dir.toUtf8() + "/pid'\nexec yes 'a status line'\n");
     const CommandResult result = AgentRunner(engine, shortLimit).run({"ui-status"});
     QVERIFY(!result.succeeded);
     QCOMPARE(result.error, QStringLiteral("The ZQB Agent background engine did not answer."));
