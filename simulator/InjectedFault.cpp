@@ -120,7 +120,8 @@ int act(Kind kind)
         ::_exit(139); // not reached
     }
     case Kind::Garbage: {
-        static const char garbage[] = "\x89PNG\r\n\x1a\n{\"schema\": \xff\xfe not a document <html>";
+        static const char garbage[] =
+            "\x89PNG\r\n\x1a\n{\"schema\": \xff\xfe not a document <html>";
         std::fwrite(garbage, 1, sizeof garbage - 1, stdout);
         std::fflush(stdout);
         return 0;

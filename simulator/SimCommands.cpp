@@ -380,10 +380,10 @@ int setCompatibility(const Context &context)
 }
 
 // The commands the app issues; only their runs can be spoilt.
-const QStringList appCommands = {
-    QStringLiteral("ui-status"), QStringLiteral("check-service"), QStringLiteral("run-once"),
-    QStringLiteral("enroll"), QStringLiteral("configure"), QStringLiteral("configure-transfer"),
-    QStringLiteral("backup-all"), QStringLiteral("autonomous-update")};
+const QStringList appCommands = {QStringLiteral("ui-status"),  QStringLiteral("check-service"),
+                                 QStringLiteral("run-once"),   QStringLiteral("enroll"),
+                                 QStringLiteral("configure"),  QStringLiteral("configure-transfer"),
+                                 QStringLiteral("backup-all"), QStringLiteral("autonomous-update")};
 
 int injectFault(const Context &context)
 {
@@ -391,8 +391,8 @@ int injectFault(const Context &context)
         InjectedFault::kindNamed(context.line.operands.value(0));
     if (!kind)
         return usageError(QStringLiteral("inject-fault takes hang, crash or garbage."));
-    const QString command = context.line.values.value(QStringLiteral("--on"),
-                                                      QStringLiteral("ui-status"));
+    const QString command =
+        context.line.values.value(QStringLiteral("--on"), QStringLiteral("ui-status"));
     if (!appCommands.contains(command))
         return usageError(QStringLiteral("--on needs a command the app issues."));
     bool ok = true;

@@ -266,8 +266,7 @@ CommandResult failure(const QString &message)
 
 AgentRunner::AgentRunner() : m_enginePath(defaultEnginePath()) {}
 
-AgentRunner::AgentRunner(QString enginePath)
-    : AgentRunner(std::move(enginePath), StatusReadLimit{})
+AgentRunner::AgentRunner(QString enginePath) : AgentRunner(std::move(enginePath), StatusReadLimit{})
 {
 }
 
@@ -385,7 +384,8 @@ CommandResult AgentRunner::run(const QStringList &arguments,
                 continue;
             break;
         }
-        if (ready == 0 && deadline && Clock::now() >= *deadline) {
+        // Also while output keeps coming: an engine that prints forever hangs too.
+        if (deadline && Clock::now() >= *deadline) {
             timedOut = true;
             break;
         }

@@ -8,9 +8,27 @@
 
 #include <QCoreApplication>
 
+namespace {
+
+// The fault tests move the engine away and back, so each gets its own copy
+// (ZQB_E2E_ENGINE), and wait for a hung status read to be ended in seconds,
+// not a minute (ZQB_E2E_STATUS_READ_LIMIT_MS).
+AgentRunner testRunner()
+{
+    QString engine = qEnvironmentVariable("ZQB_E2E_ENGINE");
+    if (engine.isEmpty())
+        engine = QStringLiteral(ZQB_E2E_ENGINE_PATH);
+    AgentRunner::StatusReadLimit limit;
+    if (const int ms = qEnvironmentVariableIntValue("ZQB_E2E_STATUS_READ_LIMIT_MS"); ms > 0)
+        limit = {std::chrono::milliseconds(ms), std::chrono::milliseconds(1000)};
+    return AgentRunner(engine, limit);
+}
+
+} // namespace
+
 int main(int argc, char **argv)
 {
-    ZQBAgentApplication::Options options{AgentRunner(QStringLiteral(ZQB_E2E_ENGINE_PATH)), [] {
+    ZQBAgentApplication::Options options{testRunner(), [] {
                                              return std::make_unique<ScriptedFolderChooser>(
                                                  qEnvironmentVariable("ZQB_E2E_FOLDERS"));
                                          }};

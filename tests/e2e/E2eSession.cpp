@@ -365,13 +365,8 @@ bool E2eSession::startDesktop(QString *why)
     if (!(m_platform == Platform::Wayland ? startCompositor(why) : startXServer(why)))
         return false;
 
-    // A real notification server, recording every notification it shows.
-    m_notifications = startProcess(QStringLiteral("dunst"),
-                                   {QStringLiteral("-config"), QStringLiteral(ZQB_E2E_DUNSTRC)},
-                                   QStringLiteral("dunst"));
-    if (!waitForBusName(QStringLiteral("org.freedesktop.Notifications"), 15000))
-        return fail(QStringLiteral("dunst did not take the notification service: ") +
-                    tail(path("dunst.err")));
+    if (!restartNotificationServer(why))
+        return false;
 
     if (!m_withTray)
         return true;
@@ -522,6 +517,32 @@ bool E2eSession::startCompositor(QString *why)
     if (!waitUntil([this] { return !compositorTree().isEmpty(); }, 15000))
         return fail(QStringLiteral("sway does not answer on its socket: ") +
                     tail(path("sway.err")));
+    return true;
+}
+
+bool E2eSession::restartNotificationServer(QString *why)
+{
+    if (m_notifications) {
+        stop(m_notifications);
+        waitUntil(
+            [this] {
+                return !bus()
+                            .interface()
+                            ->isServiceRegistered(QStringLiteral("org.freedesktop.Notifications"))
+                            .value();
+            },
+            10000);
+    }
+    // A real notification server, recording every notification it shows.
+    m_notifications = startProcess(QStringLiteral("dunst"),
+                                   {QStringLiteral("-config"), QStringLiteral(ZQB_E2E_DUNSTRC)},
+                                   QStringLiteral("dunst"));
+    if (!waitForBusName(QStringLiteral("org.freedesktop.Notifications"), 15000)) {
+        if (why)
+            *why = QStringLiteral("dunst did not take the notification service: ") +
+                   tail(path("dunst.err"));
+        return false;
+    }
     return true;
 }
 

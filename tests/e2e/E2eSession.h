@@ -74,6 +74,12 @@ public:
     QProcess *launchAgain(const QString &activationToken = {},
                           const QString &variable = QStringLiteral("XDG_ACTIVATION_TOKEN"));
 
+    // Sets a variable in the environment of the app started next.
+    void setAppEnvironment(const QString &name, const QString &value) { m_env.insert(name, value); }
+    // Ends the notification server and starts a new one, as when the desktop's
+    // notification daemon crashes and is started again.
+    bool restartNotificationServer(QString *why);
+
     QProcess &app() { return *m_app; }
     QString stateDirectory() const;
     QString path(const QString &name) const { return m_dir.filePath(name); }

@@ -22,6 +22,7 @@ const QString enrollButton = QStringLiteral("Enroll this computer");
 const QString invitationField = QStringLiteral("One-time invitation");
 const QString restoringText = QStringLiteral("Reading this computer's existing ZQB enrollment…");
 const QString windowTitle = QStringLiteral("ZQB Agent");
+const QString notInstalled = QStringLiteral("The ZQB Agent background engine is not installed.");
 
 // Generous bounds: a loaded CI machine may be slow, but nothing waits forever.
 constexpr int startupMs = 30000;
@@ -76,6 +77,64 @@ int countRuns(const E2eSession &session, const QString &command)
         if (run.section(QLatin1Char(' '), 0, 0) == command)
             ++count;
     return count;
+}
+
+// The app's own copy of its engine, in the session's folder, so a test can
+// move it away and back as an update would.
+QString giveTheAppItsOwnEngine(E2eSession &session)
+{
+    const QString engine = session.path(QStringLiteral("engine/zqb-agent"));
+    QDir().mkpath(session.path(QStringLiteral("engine")));
+    if (!QFile::copy(QStringLiteral(ZQB_E2E_ENGINE_WRAPPER), engine))
+        return {};
+    session.setAppEnvironment(QStringLiteral("ZQB_E2E_ENGINE"), engine);
+    return engine;
+}
+
+// Spoilt engine runs still queued in the stand-in's state.
+int pendingFaults(const E2eSession &session)
+{
+    QFile faults(session.stateDirectory() + QStringLiteral("/faults"));
+    if (!faults.open(QIODevice::ReadOnly))
+        return 0;
+    return int(faults.readAll().count('\n'));
+}
+
+bool injectFault(const E2eSession &session, const QString &kind, int times = 1)
+{
+    int code = -1;
+    session.runEngine(
+        {QStringLiteral("inject-fault"), kind, QStringLiteral("--times"), QString::number(times)},
+        {}, &code);
+    return code == 0;
+}
+
+// A backup that completes behind the app's back, as a scheduled one does.
+// Started in a new second, so its completion time differs from the last one's.
+bool backUpBehindTheApp(const E2eSession &session)
+{
+    QTest::qWait(1100);
+    int code = -1;
+    session.runEngine({QStringLiteral("backup-all")}, {}, &code);
+    return code == 0;
+}
+
+// Status reads of this session's engine running right now (other tests'
+// engines run beside them, with their own state).
+int statusReadsAlive(const E2eSession &session)
+{
+    const QByteArray state = "ZQB_SIM_STATE=" + session.stateDirectory().toUtf8();
+    int alive = 0;
+    for (const QString &pid : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+        QFile cmdline(QStringLiteral("/proc/%1/cmdline").arg(pid));
+        const QByteArrayView command("\0ui-status\0", 11); // an argument, not the start of one
+        if (!cmdline.open(QIODevice::ReadOnly) || !cmdline.readAll().contains(command))
+            continue;
+        QFile environ(QStringLiteral("/proc/%1/environ").arg(pid));
+        if (environ.open(QIODevice::ReadOnly) && environ.readAll().split('\0').contains(state))
+            ++alive;
+    }
+    return alive;
 }
 
 } // namespace
@@ -313,6 +372,126 @@ private slots:
         QVERIFY(session.triggerTrayEntry(QStringLiteral("Quit ZQB Agent")));
         QTRY_COMPARE_WITH_TIMEOUT(session.app().state(), QProcess::NotRunning, actionMs);
         QCOMPARE(session.app().exitCode(), 0);
+    }
+
+    void engineMissingForAWhileIsToldThenRecovered()
+    {
+        E2eSession session;
+        START_DESKTOP(session);
+        enrollBeforehand(session);
+        QVERIFY(!protectOneFolder(session).isEmpty());
+        const QString engine = giveTheAppItsOwnEngine(session);
+        QVERIFY(!engine.isEmpty());
+        // No periodic refresh within the test's checks: its dispatch would
+        // clear the error card the checks look for.
+        session.setAppEnvironment(QStringLiteral("ZQB_E2E_REFRESH_MS"), QStringLiteral("90000"));
+        START_APP(session);
+        QTRY_VERIFY_WITH_TIMEOUT(session.showsText(QStringLiteral("Connected")), startupMs);
+
+        // Moved away, as during an update; meanwhile the target goes offline.
+        QVERIFY(QFile::rename(engine, engine + QStringLiteral(".away")));
+        session.runEngine({QStringLiteral("set-condition"), QStringLiteral("offline")});
+        QTRY_VERIFY_WITH_TIMEOUT(session.canClick(QStringLiteral("Save settings")), actionMs);
+        QVERIFY(session.click(QStringLiteral("Save settings")));
+        QTRY_VERIFY2_WITH_TIMEOUT(session.showsText(notInstalled),
+                                  qPrintable(session.describeWidgets()), actionMs);
+        QCOMPARE(session.app().state(), QProcess::Running);
+        QVERIFY(session.showsText(QStringLiteral("Connected"))); // the last state known
+
+        // Back: the next refresh shows the engine's current state.
+        QVERIFY(QFile::rename(engine + QStringLiteral(".away"), engine));
+        QTRY_VERIFY_WITH_TIMEOUT(session.canClick(QStringLiteral("Save settings")), actionMs);
+        QVERIFY(session.click(QStringLiteral("Save settings")));
+        QTRY_VERIFY2_WITH_TIMEOUT(session.showsText(QStringLiteral("Waiting For Target")),
+                                  qPrintable(session.describeWidgets()), actionMs);
+        QVERIFY(!session.showsText(notInstalled));
+        QCOMPARE(countRuns(session, QStringLiteral("configure")), 1); // once it was back
+    }
+
+    void crashesGarbageAndAHangLoseNoBackup()
+    {
+        E2eSession session;
+        START_DESKTOP(session);
+        enrollBeforehand(session);
+        QVERIFY(!protectOneFolder(session).isEmpty());
+        session.setAppEnvironment(QStringLiteral("ZQB_E2E_REFRESH_MS"), QStringLiteral("500"));
+        session.setAppEnvironment(QStringLiteral("ZQB_E2E_STATUS_READ_LIMIT_MS"),
+                                  QStringLiteral("4000"));
+        // A backup from before the start: the first status read shows it, and
+        // only backups after that are news.
+        QVERIFY(backUpBehindTheApp(session));
+        START_APP(session);
+        QTRY_VERIFY_WITH_TIMEOUT(session.showsText(QStringLiteral("Recovery Ready")), startupMs);
+
+        // Status reads crash by a signal, again and again; a backup completes meanwhile.
+        QVERIFY(injectFault(session, QStringLiteral("crash"), 20));
+        QTRY_VERIFY_WITH_TIMEOUT(pendingFaults(session) < 20, actionMs);
+        QVERIFY(backUpBehindTheApp(session));
+        QVERIFY(pendingFaults(session) > 0); // it completed while the reads crashed
+        QTRY_COMPARE_WITH_TIMEOUT(pendingFaults(session), 0, actionMs);
+        QTRY_COMPARE_WITH_TIMEOUT(session.notifications().size(), 1, actionMs);
+        QCOMPARE(session.app().state(), QProcess::Running);
+
+        // One status document of garbage, then a backup.
+        QVERIFY(injectFault(session, QStringLiteral("garbage")));
+        QTRY_COMPARE_WITH_TIMEOUT(pendingFaults(session), 0, actionMs);
+        QVERIFY(backUpBehindTheApp(session));
+        QTRY_VERIFY2_WITH_TIMEOUT(session.notifications().size() == 2,
+                                  qPrintable(session.engineRuns().mid(-6).join('\n') + '\n' +
+                                             session.notifications().join('\n') + '\n' +
+                                             session.runEngine({QStringLiteral("ui-status")})),
+                                  actionMs);
+
+        // One status read hangs; a backup completes while it does. The app
+        // holds that one read only, ends it, and reads again.
+        QVERIFY(injectFault(session, QStringLiteral("hang")));
+        QTRY_COMPARE_WITH_TIMEOUT(pendingFaults(session), 0, actionMs);
+        QVERIFY(backUpBehindTheApp(session));
+        int mostReads = 0;
+        QElapsedTimer clock;
+        clock.start();
+        while (session.notifications().size() < 3 && clock.elapsed() < actionMs) {
+            mostReads = std::max(mostReads, statusReadsAlive(session));
+            QTest::qWait(50);
+        }
+        QCOMPARE(session.notifications().size(), 3);
+        QCOMPARE(mostReads, 1);
+
+        // Each backup was told once, and the window follows the engine again.
+        QTest::qWait(2000);
+        const QStringList shown = session.notifications();
+        QCOMPARE(shown.size(), 3);
+        for (const QString &one : shown)
+            QCOMPARE(one.section(QLatin1Char('\t'), 1, 1),
+                     QStringLiteral("ZQB backup Recovery Ready"));
+        session.runEngine({QStringLiteral("set-condition"), QStringLiteral("offline")});
+        QTRY_VERIFY_WITH_TIMEOUT(session.showsText(QStringLiteral("Waiting For Target")), actionMs);
+        QVERIFY(session.probeRoundTrip() >= 0);
+    }
+
+    void notificationServerRestartLosesNoAnnouncement()
+    {
+        E2eSession session;
+        START_DESKTOP(session);
+        enrollBeforehand(session);
+        QVERIFY(!protectOneFolder(session).isEmpty());
+        session.setAppEnvironment(QStringLiteral("ZQB_E2E_REFRESH_MS"), QStringLiteral("500"));
+        // A backup from before the start: the first status read shows it, and
+        // only backups after that are news.
+        QVERIFY(backUpBehindTheApp(session));
+        START_APP(session);
+        QTRY_VERIFY_WITH_TIMEOUT(session.showsText(QStringLiteral("Recovery Ready")), startupMs);
+
+        QVERIFY(backUpBehindTheApp(session));
+        QTRY_COMPARE_WITH_TIMEOUT(session.notifications().size(), 1, actionMs);
+
+        QString why;
+        QVERIFY2(session.restartNotificationServer(&why), qPrintable(why));
+        QVERIFY(backUpBehindTheApp(session));
+        QTRY_COMPARE_WITH_TIMEOUT(session.notifications().size(), 2, actionMs);
+        QTest::qWait(1500);
+        QCOMPARE(session.notifications().size(), 2);
+        QCOMPARE(session.app().state(), QProcess::Running);
     }
 
     void backgroundStartFollowsTheEngineWithoutTheWindow()

@@ -159,6 +159,7 @@ private slots:
     void hungStatusReadIsTerminatedAndFails();
     void statusReadIgnoringTerminationIsKilled();
     void statusReadThatClosesItsStreamsButRunsOnIsEnded();
+    void statusReadThatNeverStopsWritingIsEnded();
     void statusReadAnsweringInTimeIsKept();
     void otherCommandsAreNeverEnded();
 
@@ -637,17 +638,21 @@ void TestEngineRunner::hungStatusReadIsTerminatedAndFails()
     Engines engines;
     const QString dir = engines.path(QString());
     // Writes a little, then hangs; notes the SIGTERM it gets and leaves on it.
-    const QString engine = engines.script(
-        "engine", "echo $$ > '" + dir.toUtf8() + "/pid'\necho '{\"partial\":'\n"
-                  "trap 'echo term > \"" + dir.toUtf8() + "/signal\"; exit 143' TERM\n"
-                  "while :; do sleep 0.02; done\n");
+    const QString engine = engines.script("engine", "echo $$ > '" + dir.toUtf8() +
+                                                        "/pid'\necho '{\"partial\":'\n"
+                                                        "trap 'echo term > \"" +
+                                                        dir.toUtf8() +
+                                                        "/signal\"; exit 143' TERM\n"
+                                                        "while :; do sleep 0.02; done\n");
     QElapsedTimer clock;
     clock.start();
     const CommandResult result = AgentRunner(engine, shortLimit).run({"ui-status"});
     const qint64 elapsed = clock.elapsed();
-    QCOMPARE(result, (CommandResult{QString(), QStringLiteral("The ZQB Agent background engine did "
-                                                              "not answer."),
-                                    false, {}}));
+    QCOMPARE(result, (CommandResult{QString(),
+                                    QStringLiteral("The ZQB Agent background engine did "
+                                                   "not answer."),
+                                    false,
+                                    {}}));
     QVERIFY2(elapsed >= 400, qPrintable(QString::number(elapsed)));
     QVERIFY2(elapsed < 400 + 300, qPrintable(QString::number(elapsed))); // no SIGKILL needed
     QCOMPARE(readAll(dir + "/signal"), QByteArray("term\n"));
@@ -659,8 +664,8 @@ void TestEngineRunner::statusReadIgnoringTerminationIsKilled()
     Engines engines;
     const QString dir = engines.path(QString());
     // The ignored SIGTERM is inherited across exec: only SIGKILL ends it.
-    const QString engine = engines.script(
-        "engine", "echo $$ > '" + dir.toUtf8() + "/pid'\ntrap '' TERM\nexec sleep 30\n");
+    const QString engine = engines.script("engine", "echo $$ > '" + dir.toUtf8() +
+                                                        "/pid'\ntrap '' TERM\nexec sleep 30\n");
     QElapsedTimer clock;
     clock.start();
     const CommandResult result = AgentRunner(engine, shortLimit).run({"ui-status"});
@@ -678,6 +683,18 @@ void TestEngineRunner::statusReadThatClosesItsStreamsButRunsOnIsEnded()
     const QString dir = engines.path(QString());
     const QString engine = engines.script("engine", "echo $$ > '" + dir.toUtf8() +
                                                         "/pid'\nexec >&- 2>&-\nexec sleep 30\n");
+    const CommandResult result = AgentRunner(engine, shortLimit).run({"ui-status"});
+    QVERIFY(!result.succeeded);
+    QCOMPARE(result.error, QStringLiteral("The ZQB Agent background engine did not answer."));
+    QVERIFY(processIsGone(readAll(dir + "/pid")));
+}
+
+void TestEngineRunner::statusReadThatNeverStopsWritingIsEnded()
+{
+    Engines engines;
+    const QString dir = engines.path(QString());
+    const QString engine = engines.script(
+        "engine", "echo $$ > '" + dir.toUtf8() + "/pid'\nexec yes 'a status line'\n");
     const CommandResult result = AgentRunner(engine, shortLimit).run({"ui-status"});
     QVERIFY(!result.succeeded);
     QCOMPARE(result.error, QStringLiteral("The ZQB Agent background engine did not answer."));

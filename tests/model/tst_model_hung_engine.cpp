@@ -157,9 +157,8 @@ private slots:
         m_model->refresh(true, false);
         QTRY_VERIFY_WITH_TIMEOUT(!m_model->statusReadRunning(), 5000);
         QVERIFY(clock.elapsed() >= 200);
-        QCOMPARE(m_model->error(),
-                 std::optional<QString>(
-                     QStringLiteral("The ZQB Agent background engine did not answer.")));
+        QCOMPARE(m_model->error(), std::optional<QString>(QStringLiteral(
+                                       "The ZQB Agent background engine did not answer.")));
         QCOMPARE(m_engine->hungReadsAlive(), 0);
     }
 
@@ -224,8 +223,8 @@ private slots:
 private:
     void makeModel(AgentRunner::StatusReadLimit limit)
     {
-        m_model = std::make_unique<TestModel>(AgentModel::Services{
-            AgentRunner(m_engine->path(), limit), m_notifier.get(), nullptr});
+        m_model = std::make_unique<TestModel>(
+            AgentModel::Services{AgentRunner(m_engine->path(), limit), m_notifier.get(), nullptr});
         m_refresh = std::make_unique<PeriodicRefresh>(*m_model);
     }
 

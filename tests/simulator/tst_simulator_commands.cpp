@@ -28,9 +28,13 @@ private slots:
         QVERIFY(sim.run({"inject-fault", "garbage"}).succeeded());
         QVERIFY(sim.run({"inject-fault", "hang", "--on", "check-service"}).succeeded());
         // Other commands are not touched.
-        QVERIFY(sim.run({"configure-transfer", "--json-stdin"}, QByteArray(
-            R"({"schema":"zqb.agent-transfer-policy.v1","paused":false,"bandwidthLimitKibPerSecond":0,)"
-            R"("currentNetworkMetered":false,"allowMeteredNetwork":false,"retryAttempts":3})")).succeeded());
+        QVERIFY(
+            sim.run(
+                   {"configure-transfer", "--json-stdin"},
+                   QByteArray(
+                       R"({"schema":"zqb.agent-transfer-policy.v1","paused":false,"bandwidthLimitKibPerSecond":0,)"
+                       R"("currentNetworkMetered":false,"allowMeteredNetwork":false,"retryAttempts":3})"))
+                .succeeded());
 
         for (int i = 0; i < 2; ++i) {
             QProcess crash;

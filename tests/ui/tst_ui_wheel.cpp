@@ -55,9 +55,12 @@ private slots:
         QTest::addColumn<QString>("picker");
         QTest::addColumn<QString>("command");
         QTest::addColumn<QString>("field");
-        QTest::newRow("Run every") << "intervalPicker" << "configure" << "intervalMinutes";
-        QTest::newRow("Bandwidth limit")
-            << "bandwidthPicker" << "configure-transfer" << "bandwidthLimitKibPerSecond";
+        QTest::newRow("Run every") << "intervalPicker"
+                                   << "configure"
+                                   << "intervalMinutes";
+        QTest::newRow("Bandwidth limit") << "bandwidthPicker"
+                                         << "configure-transfer"
+                                         << "bandwidthLimitKibPerSecond";
     }
     void wheelOverUnfocusedChoicesScrollsAndChangesNothing()
     {

@@ -2,13 +2,12 @@
 
 #include "ControlSync.h"
 #include "Formatting.h"
+#include "WheelSafeComboBox.h"
 #include "WidgetStyle.h"
 #include "WrappedLabel.h"
 
 #include <QApplication>
 #include <QCheckBox>
-#include "WheelSafeComboBox.h"
-
 #include <QComboBox>
 #include <QEvent>
 #include <QHBoxLayout>

@@ -3,11 +3,10 @@
 #include "BusySpinner.h"
 #include "ControlSync.h"
 #include "Formatting.h"
+#include "WheelSafeComboBox.h"
 #include "WidgetStyle.h"
 
 #include <QCheckBox>
-#include "WheelSafeComboBox.h"
-
 #include <QComboBox>
 #include <QEvent>
 #include <QHBoxLayout>
