@@ -459,6 +459,29 @@ globalThis.zqb = {
         }
         return null;
     },
+    menuClosed() {
+        // Closed and gone from the screen: a click while the menu still fades
+        // out is taken by the closing menu, not by the icon.
+        const indicator = this.indicator();
+        if (!indicator || indicator.menu.isOpen)
+            return false;
+        const box = indicator.menu._boxPointer;
+        return !box || !box.visible;
+    },
+    menuState() {
+        const indicator = this.indicator();
+        if (!indicator)
+            return 'no indicator';
+        const box = indicator.menu._boxPointer;
+        return JSON.stringify({ open: indicator.menu.isOpen, visible: box && box.visible,
+            opacity: box && box.opacity, tx: box && box.translation_x,
+            ty: box && box.translation_y, items: indicator.menu._getMenuItems().length,
+            grab: global.stage.get_grab_actor() ? String(global.stage.get_grab_actor()) : null,
+            focus: global.display.focus_window ? global.display.focus_window.get_title() : null,
+            activation: indicator._indicator.supportsActivation, clicks: indicator._clickCount,
+            lastClick: indicator._lastClickTime, waiting: indicator._waitDoubleClickId || 0,
+            now: global.get_current_time() });
+    },
     menuItems() {
         const indicator = this.indicator();
         if (!indicator || !indicator.menu.isOpen)
@@ -606,9 +629,26 @@ class GnomeSession(Session):
 
     def open_menu(self):
         box = wait_until(self.tray_icon_box, 30, 0.1, "the icon in the panel")
+        wait_until(lambda: self.eval("zqb.menuClosed()"), 20, 0.1,
+                   "the icon's last menu to close")
         self.click(box["x"] + box["w"] // 2, box["y"] + box["h"] // 2)
-        return wait_until(lambda: self.eval("zqb.menuItems()"), 20, 0.1,
-                          "the icon's menu to open")
+        try:
+            return wait_until(lambda: self.eval("zqb.menuItems()"), 5, 0.1,
+                              "the icon's menu to open")
+        except ShellError:
+            # Seen under load, about once in ten clicks: the shell counts the
+            # click (and toggles the menu after its double-click wait), but the
+            # menu does not stay open. A person clicks once more; so does the
+            # test, and says so in its log.
+            print("the shell dropped a click on the icon; menu state %s; clicking again"
+                  % self.eval("zqb.menuState()"), flush=True)
+        self.click(box["x"] + box["w"] // 2, box["y"] + box["h"] // 2)
+        try:
+            return wait_until(lambda: self.eval("zqb.menuItems()"), 20, 0.1,
+                              "the icon's menu to open")
+        except ShellError as error:
+            raise ShellError("%s (clicked twice at %s; menu %s)"
+                             % (error, box, self.eval("zqb.menuState()")))
 
     def choose_in_menu(self, label):
         items = self.eval("zqb.menuItems()") or self.open_menu()

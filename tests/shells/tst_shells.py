@@ -145,7 +145,9 @@ class GnomeDriver:
         """The icon's place in the panel, once the shell shows it."""
         keys = self.shell.eval("zqb.indicators()")
         box = self.shell.tray_icon_box()
-        return box if keys and box and box["w"] > 0 else None
+        # Not before the panel has laid the icon out: until then its size is
+        # not a number (null once read as JSON).
+        return box if keys and box and (box["w"] or 0) > 0 and box["x"] is not None else None
 
     def tinted_icon(self, name):
         box = self.icon_in_panel()
