@@ -12,8 +12,8 @@
 // booleans are only true or false; optional keys may be missing or null;
 // unknown keys are ignored at every level, but their values must still be
 // valid JSON (a number beyond the range of a double, such as 1e400, fails);
-// a key repeated within one object fails. Returns false on any breach;
-// `record` is then unspecified.
+// a key repeated within one object must be valid in every copy, and the last
+// copy counts. Returns false on any breach; `record` is then unspecified.
 namespace StrictReader {
 
 bool read(QByteArrayView json, AgentUIStatus &record);

@@ -98,7 +98,8 @@ private slots:
     void requiredKeysAreRequired();
     void breachesFailTheDocument_data();
     void breachesFailTheDocument();
-    void aRepeatedKeyFailsTheDocument();
+    void aRepeatedKeyCountsItsLastCopy();
+    void everyCopyOfARepeatedKeyIsChecked();
     void documentLongerThanTheOutputCapReadsWhole();
     void textRulesHoldInIgnoredValues_data();
     void textRulesHoldInIgnoredValues();
@@ -653,35 +654,73 @@ void TestEngineDocuments::breachesFailTheDocument()
     QVERIFY(AgentDocuments::decodeStatus(fullStatus)); // the control still reads
 }
 
-void TestEngineDocuments::aRepeatedKeyFailsTheDocument()
+void TestEngineDocuments::aRepeatedKeyCountsItsLastCopy()
 {
-    // Which occurrence of a repeated key counts is anyone's guess, so none
-    // does: the document fails, at every level, whatever the values.
+    // The last copy of a repeated key counts, whole: the second "runtime"
+    // has no progress and no error, so the status has none either.
     QByteArray document = fullStatus;
     document.chop(1);
     document +=
         R"(,"agentVersion":"9.9","runtime":{"state":"paused","message":"m","enrolled":false,)"
         R"("repositoryReady":false,"serviceReachable":false,"authorizedTargets":0,)"
         R"("agentUpdateAvailable":false,"compatibility":"c","active":false}})";
-    QCOMPARE(AgentDocuments::decodeStatus(document), std::nullopt);
+    const auto status = AgentDocuments::decodeStatus(document);
+    QVERIFY(status);
+    QCOMPARE(status->agentVersion, QStringLiteral("9.9"));
+    QCOMPARE(status->runtime.state, QStringLiteral("paused"));
+    QCOMPARE(status->runtime.backupProgress, std::nullopt);
+    QCOMPARE(status->runtime.lastError, std::nullopt);
 
     QByteArray repeatedList = fullStatus;
     repeatedList.replace("\"exclusions\": [", "\"exclusions\": [\"a\"], \"exclusions\": [");
-    QCOMPARE(AgentDocuments::decodeStatus(repeatedList), std::nullopt);
+    QCOMPARE(AgentDocuments::decodeStatus(repeatedList)->settings.exclusions,
+             (QStringList{"*.tmp", "node_modules"}));
 
+    // Deep inside, and three times over.
     QByteArray repeatedInProgress = fullStatus;
     repeatedInProgress.replace("\"elapsedSeconds\": 754",
-                               "\"elapsedSeconds\": 754, \"elapsedSeconds\": 754");
-    QCOMPARE(AgentDocuments::decodeStatus(repeatedInProgress), std::nullopt);
+                               "\"elapsedSeconds\": 1, \"elapsedSeconds\": 2, \"elapsedSeconds\": 754");
+    QCOMPARE(AgentDocuments::decodeStatus(repeatedInProgress)->runtime.backupProgress->elapsedSeconds,
+             754);
 
-    // Under an unknown key too, and the same key in two objects is no repeat.
+    // Under an unknown key a repeat is only text to skip.
     QByteArray repeatedUnknown = fullStatus;
     repeatedUnknown.chop(1);
-    QVERIFY(AgentDocuments::decodeStatus(repeatedUnknown + R"(,"x":{"a":1},"y":{"a":1}})"));
-    QCOMPARE(AgentDocuments::decodeStatus(repeatedUnknown + R"(,"x":{"a":1,"a":1}})"),
-             std::nullopt);
-    QCOMPARE(AgentDocuments::decodeStatus(repeatedUnknown + R"(,"x":[{"b":[{"a":1,"a":2}]}]})"),
-             std::nullopt);
+    QVERIFY(AgentDocuments::decodeStatus(repeatedUnknown + R"(,"x":{"a":1,"a":"b"}})"));
+    QVERIFY(AgentDocuments::decodeStatus(repeatedUnknown + R"(,"x":[{"b":[{"a":1,"a":[]}]}]})"));
+}
+
+void TestEngineDocuments::everyCopyOfARepeatedKeyIsChecked()
+{
+    // A bad copy fails the document, wherever it stands among the copies.
+    QByteArray badFirst = fullStatus;
+    badFirst.replace("\"elapsedSeconds\": 754", "\"elapsedSeconds\": -1, \"elapsedSeconds\": 754");
+    QCOMPARE(AgentDocuments::decodeStatus(badFirst), std::nullopt);
+
+    QByteArray badMiddle = fullStatus;
+    badMiddle.replace("\"elapsedSeconds\": 754",
+                      "\"elapsedSeconds\": 1, \"elapsedSeconds\": 1.5, \"elapsedSeconds\": 754");
+    QCOMPARE(AgentDocuments::decodeStatus(badMiddle), std::nullopt);
+
+    // An earlier copy of a record is checked whole: this one lacks "state".
+    QByteArray document = fullStatus;
+    document.replace("\"runtime\": {", R"("runtime": {"message":"m"}, "runtime": {)");
+    QVERIFY(document.contains(R"("runtime": {"message":"m"}, "runtime": {)"));
+    QCOMPARE(AgentDocuments::decodeStatus(document), std::nullopt);
+
+    // A repeat inside an earlier copy is checked too.
+    QByteArray nested = fullStatus;
+    const QByteArray runtime = nested.mid(nested.indexOf("\"runtime\": {"));
+    QByteArray earlierRuntime = runtime.left(runtime.indexOf("\"lastError\""));
+    earlierRuntime.replace("\"elapsedSeconds\": 754", "\"elapsedSeconds\": true, \"elapsedSeconds\": 754");
+    earlierRuntime += "\"lastError\": null}, ";
+    QByteArray nestedBad = nested;
+    nestedBad.replace("\"runtime\": {", earlierRuntime + "\"runtime\": {");
+    QCOMPARE(AgentDocuments::decodeStatus(nestedBad), std::nullopt);
+    // ... and the same earlier copy without the bad repeat reads.
+    earlierRuntime.replace("\"elapsedSeconds\": true, ", "");
+    nested.replace("\"runtime\": {", earlierRuntime + "\"runtime\": {");
+    QVERIFY(AgentDocuments::decodeStatus(nested));
 }
 
 void TestEngineDocuments::textRulesHoldInIgnoredValues_data()
@@ -710,11 +749,11 @@ void TestEngineDocuments::textRulesHoldInIgnoredValues_data()
         << QByteArray(R"("x": 1e400)") << false;
     QTest::newRow("integer beyond a double under an unknown key")
         << QByteArray(R"("x": 1)" + QByteArray(400, '0')) << false;
-    // A repeated key fails, whether or not both occurrences are valid.
+    // A repeated key is read every time: a bad first occurrence fails.
     QTest::newRow("repeated key, first occurrence invalid")
         << QByteArray(R"("agentVersion": 1, "agentVersion": "1.4.2")") << false;
     QTest::newRow("repeated key, both valid")
-        << QByteArray(R"("agentVersion": "0", "agentVersion": "1.4.2")") << false;
+        << QByteArray(R"("agentVersion": "0", "agentVersion": "1.4.2")") << true;
 }
 
 void TestEngineDocuments::textRulesHoldInIgnoredValues()
