@@ -759,7 +759,16 @@ class PlasmaSession(Session):
         for program in ("kwin_wayland", "kded5", "plasmashell"):
             if not shutil.which(program):
                 raise ShellError("Plasma session needs %s, which is not installed "
-                                 "(kwin-wayland kded5 plasma-workspace)" % program)
+                                 "(scripts/test-plasma.sh installs Plasma)" % program)
+        # plasmashell starts no desktop without the desktop shell package, and
+        # the application launcher (the relaunch check's) needs kitemmodels.
+        for needed, package in (("/usr/share/plasma/shells/org.kde.plasma.desktop",
+                                 "plasma-desktop"),
+                                ("/usr/lib/x86_64-linux-gnu/qt5/qml/org/kde/kitemmodels",
+                                 "qml-module-org-kde-kitemmodels")):
+            if not os.path.exists(needed):
+                raise ShellError("Plasma session needs %s, which is not installed (%s)"
+                                 % (needed, package))
         self.start_buses()
         self.env.update({
             "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "KDE",
