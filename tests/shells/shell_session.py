@@ -1,6 +1,7 @@
 """A real desktop shell, headless, logged into by a user the test creates:
-GNOME Shell 43 (Wayland, with the AppIndicator extension) or XFCE 4.18 (X11,
-xfwm4, its panel and its notification daemon). The shipped app then runs in
+GNOME Shell 43 (Wayland, with the AppIndicator extension), XFCE 4.18 (X11,
+xfwm4, its panel and its notification daemon) or KDE Plasma 5.27 (Wayland,
+KWin, kded5 and plasmashell). The shipped app then runs in
 that session as that user, with the stand-in engine at the app's fixed engine
 path in a private mount namespace (tests/a11y/run-in-engine-root.sh).
 

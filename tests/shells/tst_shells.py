@@ -1,9 +1,10 @@
 """The shipped app on the desktops people log into, each run headless with its
-own shell: GNOME Shell 43 with the AppIndicator extension (Wayland) and XFCE
-4.18 (X11). The tray icon, its menu, the windows and the notifications are
-read from the shell itself; clicks are real pointer input given to the shell.
+own shell: GNOME Shell 43 with the AppIndicator extension (Wayland), XFCE
+4.18 (X11) and KDE Plasma 5.27 (Wayland). The tray icon, its menu, the
+windows and the notifications are read from the shell itself; clicks and
+keys are real input given to the shell.
 
-Usage: tst_shells.py TOOLS.json gnome|xfce SCENARIO
+Usage: tst_shells.py TOOLS.json gnome|xfce|plasma SCENARIO
 Exit status: 0 passed, 1 failed, 77 skipped."""
 
 import json
