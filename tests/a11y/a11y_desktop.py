@@ -14,28 +14,9 @@ import subprocess
 import tempfile
 import time
 
-SKIP = 77  # what CTest is told a skipped scenario returns
-
-
-class Skip(Exception):
-    """This machine cannot run the scenario (a missing service, no namespaces)."""
-
-
-class DesktopError(Exception):
-    pass
-
-
-def wait_until(condition, timeout, interval=0.05, what="condition"):
-    """Polls `condition` until it returns something true; that value is returned.
-    Raises DesktopError naming `what` when `timeout` seconds pass first."""
-    deadline = time.monotonic() + timeout
-    while True:
-        value = condition()
-        if value:
-            return value
-        if time.monotonic() > deadline:
-            raise DesktopError("timed out after %ss waiting for %s" % (timeout, what))
-        time.sleep(interval)
+# A desktop that fails the scenario raises DesktopError (wait_until's own).
+from harness import SKIP, Skip, wait_until  # noqa: E402,F401  (the suite's names)
+from harness import HarnessError as DesktopError  # noqa: E402
 
 
 BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"

@@ -1,6 +1,7 @@
 """A real desktop shell, headless, logged into by a user the test creates:
-GNOME Shell 43 (Wayland, with the AppIndicator extension) or XFCE 4.18 (X11,
-xfwm4, its panel and its notification daemon). The shipped app then runs in
+GNOME Shell 43 (Wayland, with the AppIndicator extension), XFCE 4.18 (X11,
+xfwm4, its panel and its notification daemon) or KDE Plasma 5.27 (Wayland,
+KWin, kded5 and plasmashell). The shipped app then runs in
 that session as that user, with the stand-in engine at the app's fixed engine
 path in a private mount namespace (tests/a11y/run-in-engine-root.sh).
 
@@ -19,28 +20,10 @@ import subprocess
 import tempfile
 import time
 
-SKIP = 77
-
-
-class Skip(Exception):
-    """This machine cannot run the scenario."""
-
-
-class ShellError(Exception):
-    pass
-
-
-def wait_until(condition, timeout, interval=0.1, what="condition"):
-    """Polls `condition` until it returns something true, which is returned;
-    raises ShellError naming `what` when `timeout` seconds pass first."""
-    deadline = time.monotonic() + timeout
-    while True:
-        value = condition()
-        if value:
-            return value
-        if time.monotonic() > deadline:
-            raise ShellError("timed out after %ss waiting for %s" % (timeout, what))
-        time.sleep(interval)
+# The accessibility suite's harness, shared: how a skip is told to CTest, and
+# waiting within a bound (it raises ShellError, the error of a session).
+from harness import SKIP, Skip, wait_until  # noqa: E402,F401  (tst_shells imports them here)
+from harness import HarnessError as ShellError  # noqa: E402
 
 
 def users_lock():
@@ -165,8 +148,9 @@ class Session:
         out = open(self.path(name + ".out"), "ab")
         err = open(self.path(name + ".err"), "ab")
         kwargs.setdefault("stdout", out)
+        kwargs.setdefault("stdin", subprocess.DEVNULL)
         command = argv if as_root else self.as_user(argv, env)
-        process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stderr=err,
+        process = subprocess.Popen(command, stderr=err,
                                    start_new_session=True, cwd=self.dir, **kwargs)
         self.processes.append((name, process))
         return process
@@ -776,7 +760,16 @@ class PlasmaSession(Session):
         for program in ("kwin_wayland", "kded5", "plasmashell"):
             if not shutil.which(program):
                 raise ShellError("Plasma session needs %s, which is not installed "
-                                 "(kwin-wayland kded5 plasma-workspace)" % program)
+                                 "(scripts/test-plasma.sh installs Plasma)" % program)
+        # plasmashell starts no desktop without the desktop shell package, and
+        # the application launcher (the relaunch check's) needs kitemmodels.
+        for needed, package in (("/usr/share/plasma/shells/org.kde.plasma.desktop",
+                                 "plasma-desktop"),
+                                ("/usr/lib/x86_64-linux-gnu/qt5/qml/org/kde/kitemmodels",
+                                 "qml-module-org-kde-kitemmodels")):
+            if not os.path.exists(needed):
+                raise ShellError("Plasma session needs %s, which is not installed (%s)"
+                                 % (needed, package))
         self.start_buses()
         self.env.update({
             "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "KDE",
@@ -788,11 +781,15 @@ class PlasmaSession(Session):
         # Debian's binary carries a file capability this machine's bounding set
         # may lack (exec then fails); a copy without it, under the same name
         # (KWin finds its platform plugins by it), runs the same compositor.
+        self._allow_fake_input()
         kwin = self.path("bin", "kwin_wayland")
         shutil.copyfile(shutil.which("kwin_wayland"), kwin)
         os.chmod(kwin, 0o755)
+        kwin_env = dict(self.env)
+        # What the test's KWin scripts print (their answers) goes to KWin's log.
+        kwin_env["QT_LOGGING_RULES"] = "kwin_scripting.debug=true"
         self.spawn("kwin", [kwin, "--virtual", "--xwayland", "--no-lockscreen", "--width", "1280",
-                            "--height", "800", "--socket", self.socket])
+                            "--height", "800", "--socket", self.socket], env=kwin_env)
         wait_until(lambda: self.require_alive("kwin") or
                    os.path.exists(self.path("run", self.socket)), 60, 0.1,
                    "KWin's Wayland socket")
@@ -806,8 +803,49 @@ class PlasmaSession(Session):
         if result.returncode != 0:
             raise ShellError("dbus-update-activation-environment failed: %s"
                              % result.stderr.decode())
+        self._start_fake_input()
         if tray_host:
             self.start_tray_host()
+
+    def _allow_fake_input(self):
+        """KWin gives its fake-input interface only to a program whose desktop
+        entry asks for it: the test's pointer gets one, as a remote-input
+        tool installed on the system would."""
+        if not self.tools.get("fake_input"):
+            raise ShellError("the Plasma tests need zqb-shells-fake-input "
+                             "(configure with ZQB_TEST_PLASMA=ON)")
+        self.write_file(self.path("home", ".local", "share", "applications",
+                                  "zqb-shells-fake-input.desktop"),
+                        "[Desktop Entry]\nType=Application\nName=ZQB shell tests' pointer\n"
+                        "Exec=%s\nNoDisplay=true\n"
+                        "X-KDE-Wayland-Interfaces=org_kde_kwin_fake_input\n"
+                        % os.path.realpath(self.tools["fake_input"]))
+        result = self.run(["kbuildsycoca5", "--noincremental"], timeout=120)
+        if result.returncode != 0:
+            raise ShellError("kbuildsycoca5 failed: %s" % result.stderr.decode())
+
+    def _start_fake_input(self):
+        self.fake_input = self.spawn("fake-input", [self.tools["fake_input"]],
+                                     stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        answer = self.fake_input.stdout.readline().decode().strip()
+        if answer != "ready":
+            raise ShellError("KWin gave the test no pointer: %s" % self.tail("fake-input.err"))
+
+    def input(self, command):
+        """One fake-input command (see FakeInput.c), once KWin has taken it."""
+        self.fake_input.stdin.write((command + "\n").encode())
+        self.fake_input.stdin.flush()
+        answer = self.fake_input.stdout.readline().decode().strip()
+        if answer != "ok":
+            raise ShellError("the pointer did not take %r: %r %s"
+                             % (command, answer, self.tail("fake-input.err")))
+
+    BUTTONS = {1: 0x110, 2: 0x112, 3: 0x111}  # Linux's BTN_LEFT, BTN_MIDDLE, BTN_RIGHT
+
+    def click(self, x, y, button=1):
+        self.input("move %d %d" % (x, y))
+        self.input("button %d 1" % self.BUTTONS[button])
+        self.input("button %d 0" % self.BUTTONS[button])
 
     def start_tray_host(self):
         """kded5 with the watcher, then the shell with its tray and its
@@ -816,6 +854,11 @@ class PlasmaSession(Session):
         wait_until(lambda: self.require_alive("kded") or
                    self.has_name("org.kde.StatusNotifierWatcher"), 60, 0.1,
                    "kded5's StatusNotifierWatcher")
+        # The launcher's search also offers to switch to a running window of
+        # the same name; off here, so its one match for the app's name is the
+        # app's desktop entry (what the relaunch check starts).
+        self.write_file(self.path("home", ".config", "krunnerrc"),
+                        "[Plugins]\nwindowsEnabled=false\n")
         self.spawn("plasmashell", ["plasmashell", "--no-respawn"])
         wait_until(lambda: self.require_alive("plasmashell") or
                    self.has_name("org.freedesktop.Notifications"), 90, 0.2,
@@ -853,5 +896,56 @@ class PlasmaSession(Session):
             raise ShellError("convert failed: %s" % result.stderr.decode())
         return self.screenshot_into(target, name)
 
+    # KWin's own list of windows, read by a script KWin runs: each window's
+    # caption, frame, whether it is the active one and its transient parent.
+    WINDOWS_SCRIPT = """
+print('ZQB-WINDOWS %d ' + JSON.stringify(workspace.clientList().map(c => ({
+    title: c.caption, app: String(c.resourceClass), focus: c.active, popup: c.popupWindow,
+    rect: {x: c.frameGeometry.x, y: c.frameGeometry.y,
+           w: c.frameGeometry.width, h: c.frameGeometry.height},
+    parent: c.transientFor ? c.transientFor.caption : null}))));
+"""
+
     def windows(self):
-        return []
+        """The windows KWin manages (the shell's own included), as KWin sees
+        them. A script is loaded and run through KWin's scripting interface;
+        its answer comes back in KWin's log, marked with a number of its own."""
+        self.scripts_run = getattr(self, "scripts_run", 0) + 1
+        marker = "ZQB-WINDOWS %d " % self.scripts_run
+        script = self.path("shots", "windows-%d.js" % self.scripts_run)
+        with open(script, "w") as f:
+            f.write(self.WINDOWS_SCRIPT % self.scripts_run)
+        os.chmod(script, 0o644)
+        plugin = "zqb-windows-%d" % self.scripts_run
+        number = self.call("org.kde.KWin", "/Scripting", "org.kde.kwin.Scripting", "loadScript",
+                           "(ss)", (script, plugin), "(i)")[0]
+        self.call("org.kde.KWin", "/%d" % number, "org.kde.kwin.Script", "run")
+        try:
+            line = wait_until(lambda: [line for line in self.tail("kwin.err", 10 ** 6).split("\n")
+                                       if marker in line], 20, 0.02, "KWin's list of windows")
+        finally:
+            self.call("org.kde.KWin", "/Scripting", "org.kde.kwin.Scripting", "unloadScript",
+                      "(s)", (plugin,), "(b)")
+            os.unlink(script)
+        return json.loads(line[0].split(marker, 1)[1])
+
+    KEYS = {"alt": 56, "f4": 62, "enter": 28, "escape": 1}  # Linux key codes
+
+    def press_keys(self, *names):
+        """A chord of keys, as a keyboard gives it: pressed in order, released
+        in reverse. Letters are typed one by one."""
+        codes = []
+        for name in names:
+            codes.append(self.KEYS.get(name) or self.LETTERS[name])
+        for code in codes:
+            self.input("key %d 1" % code)
+        for code in reversed(codes):
+            self.input("key %d 0" % code)
+
+    LETTERS = dict(zip("qwertyuiop", range(16, 26)))
+    LETTERS.update(zip("asdfghjkl", range(30, 39)))
+    LETTERS.update(zip("zxcvbnm", range(44, 51)))
+
+    def type_text(self, text):
+        for letter in text:
+            self.press_keys(letter)

@@ -1,0 +1,28 @@
+"""What the desktop tests' harnesses share (the accessibility suite's own
+private desktop here, and the real shells' sessions in tests/shells): how a
+skip is told to CTest, and waiting for a condition within a bound."""
+
+import time
+
+SKIP = 77  # what CTest is told a skipped scenario returns
+
+
+class Skip(Exception):
+    """This machine cannot run the scenario (a missing service, no namespaces)."""
+
+
+class HarnessError(Exception):
+    """The desktop or the app did not do what the test waited for."""
+
+
+def wait_until(condition, timeout, interval=0.05, what="condition"):
+    """Polls `condition` until it returns something true; that value is returned.
+    Raises HarnessError naming `what` when `timeout` seconds pass first."""
+    deadline = time.monotonic() + timeout
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > deadline:
+            raise HarnessError("timed out after %ss waiting for %s" % (timeout, what))
+        time.sleep(interval)
