@@ -6,27 +6,11 @@
 # launcher, the folder panel, Quit, and the login order where the app starts
 # before the tray host).
 # Needs root (the session's user is created and the engine is placed in a
-# private mount namespace). Installs Plasma's packages when missing (about
-# 300 MB), which is why this is not part of scripts/test.sh.
+# private mount namespace). The same tests run in scripts/test.sh with the
+# others; this runs only them, in a build of its own.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# plasma-wayland-protocols: KWin's fake-input protocol, for the test's pointer
-# and keyboard; qml-module-org-kde-kitemmodels: the application launcher
-# (Kickoff), through which the test starts the app again.
-packages=(kwin-wayland plasma-workspace plasma-desktop kded5 qtwayland5 xwayland qdbus-qt5
-          plasma-wayland-protocols qml-module-org-kde-kitemmodels)
-missing=()
-for p in "${packages[@]}"; do
-  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
-done
-if [ ${#missing[@]} -gt 0 ]; then
-  sudo_cmd=()
-  [ "$(id -u)" -eq 0 ] || sudo_cmd=(sudo)
-  export DEBIAN_FRONTEND=noninteractive
-  "${sudo_cmd[@]}" apt-get update -qq
-  "${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
-fi
 scripts/install-deps.sh test
 
 cmake -S . -B build/plasma -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZQB_WERROR=ON \
