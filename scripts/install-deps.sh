@@ -19,6 +19,7 @@ test_packages=(
   gdb
   gnome-shell gnome-shell-extension-appindicator gjs
   xfwm4 xfce4-panel xfce4-notifyd xfconf exo-utils gir1.2-gtk-3.0
+  xfce4-session gnome-tweaks
   qt6-translations-l10n fonts-noto-cjk fonts-noto-core
 )
 
