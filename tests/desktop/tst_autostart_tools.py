@@ -23,7 +23,7 @@ accessibility bus by a helper run as the same user (`--drive`), as a screen
 reader would.
 
 Usage: tst_autostart_tools.py TOOLS.json
-       tst_autostart_tools.py --drive xfce|tweaks [switch-off]   (as the user)
+       tst_autostart_tools.py --drive registry|xfce|tweaks [switch-off]   (as the user)
 Exit status: 0 passed, 1 failed, 77 skipped."""
 
 import json
@@ -104,7 +104,7 @@ def drive(argv):
     accessibility bus, acts on it, and prints what it found as JSON."""
     import gi
     gi.require_version("Atspi", "2.0")
-    from gi.repository import Atspi
+    from gi.repository import Atspi, GLib
     Atspi.init()
     S = Atspi.StateType
 
@@ -126,6 +126,10 @@ def drive(argv):
     def wait(condition, what):
         deadline = time.monotonic() + TIMEOUT
         while True:
+            # libatspi learns of new applications and changed objects from
+            # events, which only its main loop hands over.
+            while GLib.MainContext.default().iteration(False):
+                pass
             value = condition()
             if value:
                 return value
@@ -135,11 +139,19 @@ def drive(argv):
 
     def application(name):
         def found():
-            for app in kids(Atspi.get_desktop(0)):
+            desktop = Atspi.get_desktop(0)
+            # Asked afresh each time: an application that registered after
+            # the first look is otherwise missing from a cached list.
+            desktop.clear_cache()
+            for app in kids(desktop):
                 if app.get_name() == name and kids(app):
                     return app
             return None
-        return wait(found, name + " on the accessibility bus")
+        try:
+            return wait(found, name + " on the accessibility bus")
+        except Failure as problem:
+            seen = [(a.get_name(), a.get_child_count()) for a in kids(Atspi.get_desktop(0))]
+            raise Failure("%s (it holds %s)" % (problem, seen))
 
     def select(container, child):
         # What clicking a tab or a sidebar row does: the container's selection.
@@ -148,7 +160,9 @@ def drive(argv):
 
     tool, action = argv[0], argv[1] if len(argv) > 1 else None
     result = {}
-    if tool == "xfce":
+    if tool == "registry":
+        result["applications"] = Atspi.get_desktop(0).get_child_count()
+    elif tool == "xfce":
         app = application("xfce4-session-settings")
         tabs = wait(lambda: next((o for o in walk(app) if o.get_role_name() == "page tab list"),
                                  None), "the settings' tabs")
@@ -179,7 +193,32 @@ def drive(argv):
                 # GTK's tree view accepts the cell's "toggle" action without
                 # toggling (it reports success and changes nothing), so the
                 # tick box is clicked where the accessibility bus places it.
-                box = tick.get_extents(Atspi.CoordType.SCREEN)
+                # Where the list is longer than the window, its row is first
+                # scrolled into view with the mouse wheel, as a person would
+                # (the list opens at its top; a row out of view has no place).
+                view = rows.get_parent().get_extents(Atspi.CoordType.SCREEN)
+
+                def in_view():
+                    rows.clear_cache()
+                    box = tick.get_extents(Atspi.CoordType.SCREEN)
+                    return box if (box.width > 0 and view.y <= box.y and
+                                   box.y + box.height <= view.y + view.height) else None
+                box = in_view()
+                if box is None:
+                    # (--sync waits for the pointer to move: only once.)
+                    subprocess.run(["xdotool", "mousemove", "--sync", str(view.x + view.width // 2),
+                                    str(view.y + view.height // 2)], check=True, timeout=30)
+                for notch in range(100):
+                    if box is not None:
+                        break
+                    subprocess.run(["xdotool", "click", "5"], check=True, timeout=30)
+                    # One notch at a time, each given time to land, so the
+                    # row is not scrolled past.
+                    settle = time.monotonic() + 0.3
+                    while box is None and time.monotonic() < settle:
+                        time.sleep(0.05)
+                        box = in_view()
+                check(box is not None, "the row of %r never scrolled into view" % ENTRY_NAME)
                 subprocess.run(["xdotool", "mousemove", "--sync", str(box.x + box.width // 2),
                                 str(box.y + box.height // 2), "click", "1"], check=True,
                                timeout=30)
@@ -273,8 +312,21 @@ def make_session_class():
             self.user_copy = self.path("home", ".config", "autostart", "zqb-agent.desktop")
 
         def start_display(self):
+            """The buses, the X display, then the accessibility bus, before any
+            tool, as a desktop session starts it: a GTK program whose start
+            races the bus's activation may never join it."""
             self.start_buses()
             self._start_display()
+            self.spawn("at-spi", [self.tools["bus_launcher"], "--launch-immediately"])
+            wait_until(lambda: self.require_alive("at-spi") or self.has_name("org.a11y.Bus"),
+                       TIMEOUT, 0.05, "the accessibility bus")
+            # And its registry, which the bus starts on first use: a program
+            # whose registration meets a registry still starting is lost.
+            result = self.run(["/usr/bin/python3", os.path.abspath(__file__), "--drive",
+                               "registry"], timeout=TIMEOUT)
+            if result.returncode != 0:
+                raise Failure("the accessibility registry did not answer: %s"
+                              % result.stderr.decode()[-2000:])
 
         # ------------------------------------------------------------ tools
 
@@ -317,7 +369,15 @@ def make_session_class():
                                       "xfce4-session.xml"), XFCE_SESSION_CHANNEL)
             env = dict(self.env, XDG_CURRENT_DESKTOP="XFCE", XDG_SESSION_DESKTOP="xfce",
                        DESKTOP_SESSION="xfce")
-            self.login = self.spawn("xfce4-session", ["xfce4-session"], env=env)
+            # ICE's sockets live in the one /tmp/.ICE-unix of the machine, where
+            # earlier sessions' leftovers, owned by users since deleted, can
+            # hold the name this one's process number gives its socket. The
+            # login gets a folder of its own there, in its own mount namespace.
+            private_ice = ("mkdir -p /tmp/.ICE-unix && "
+                           "mount -t tmpfs -o mode=1777 zqb-ice /tmp/.ICE-unix && exec \"$@\"")
+            self.login = self.spawn("xfce4-session", [
+                "unshare", "--mount", "--propagation", "private", "sh", "-c", private_ice,
+                "sh"] + self.as_user(["xfce4-session"], env), as_root=True)
 
             def idle():
                 self.require_alive("xfce4-session")
@@ -329,6 +389,25 @@ def make_session_class():
                 return state == XFSM_MANAGER_IDLE
             wait_until(idle, TIMEOUT, 0.1, "xfce4-session to finish its start-up")
             return self.started_app()
+
+        def _kept_processes(self):
+            """The buses the test started and what they run (the
+            accessibility bus's own daemon and registry)."""
+            parents = {}
+            for entry in os.listdir("/proc"):
+                if entry.isdigit():
+                    try:
+                        with open("/proc/%s/stat" % entry) as f:
+                            parents[int(entry)] = int(f.read().rsplit(")", 1)[1].split()[1])
+                    except (OSError, IndexError, ValueError):
+                        pass
+            keep = {p.pid for _, p in self.processes}
+            grew = True
+            while grew:
+                more = {pid for pid, parent in parents.items() if parent in keep} - keep
+                keep |= more
+                grew = bool(more)
+            return keep
 
         def started_app(self):
             found = []
@@ -345,14 +424,14 @@ def make_session_class():
         def log_out(self):
             """Ends everything the login started; the buses stay."""
             self.end(self.login)
-            keep = {p.pid for _, p in self.processes}
+            keep = self._kept_processes()
             for pid in self._user_processes():
                 if pid not in keep:
                     try:
                         os.kill(pid, signal.SIGKILL)
                     except ProcessLookupError:
                         pass
-            wait_until(lambda: not (set(self._user_processes()) - keep), 10, 0.05,
+            wait_until(lambda: not (set(self._user_processes()) - self._kept_processes()), 10, 0.05,
                        "the login's processes to end")
 
     return AutostartSession
