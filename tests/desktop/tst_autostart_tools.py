@@ -43,6 +43,7 @@ ENTRY_NAME = "ZQB Agent"
 XFCE_TAB = "Application Autostart"
 TWEAKS_PAGE = "Startup Applications"
 TWEAKS_INTRO = "Startup applications are automatically started when you log in."
+GENERATOR = "/usr/lib/systemd/user-generators/systemd-xdg-autostart-generator"
 # xfce4-session's state once its start-up, autostart included, is over.
 XFSM_MANAGER_IDLE = 1
 
@@ -444,11 +445,10 @@ def systemd_would_start(session):
     """Whether systemd's XDG autostart generator, through which Plasma 5.27
     (and any systemd-started session) runs autostart entries, makes a unit
     for the app from the user's and the system's entries."""
-    generator = "/usr/lib/systemd/user-generators/systemd-xdg-autostart-generator"
     out = session.path("generated")
     shutil.rmtree(out, ignore_errors=True)
     session.make_dir("generated")
-    result = session.run([generator, out, out, out], timeout=30)
+    result = session.run([GENERATOR, out, out, out], timeout=30)
     if result.returncode != 0:
         raise Failure("the autostart generator failed: %s" % result.stderr.decode())
     wants = os.path.join(out, "xdg-desktop-autostart.target.wants")
@@ -601,6 +601,9 @@ def main(argv):
         if not shutil.which(program):
             log("FAIL: %s is not installed (scripts/install-deps.sh test)" % program)
             return 1
+    if not os.path.exists(GENERATOR):
+        log("FAIL: systemd's autostart generator is not installed (package systemd)")
+        return 1
     started = time.monotonic()
     session = None
     try:
