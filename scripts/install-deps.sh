@@ -24,6 +24,7 @@ test_packages=(
   # application launcher through which it starts the app again.
   kwin-wayland plasma-workspace plasma-desktop kded5 qtwayland5 xwayland qdbus-qt5
   plasma-wayland-protocols qml-module-org-kde-kitemmodels
+  xfce4-session gnome-tweaks
   qt6-translations-l10n fonts-noto-cjk fonts-noto-core
 )
 
