@@ -19,12 +19,12 @@ test_packages=(
   gdb
   gnome-shell gnome-shell-extension-appindicator gjs
   xfwm4 xfce4-panel xfce4-notifyd xfconf exo-utils gir1.2-gtk-3.0
+  xfce4-session gnome-tweaks # the desktops' own startup settings
   # KDE Plasma 5 on Wayland; plasma-wayland-protocols gives the test its
   # pointer and keyboard (KWin's fake input), and the kitemmodels module the
   # application launcher through which it starts the app again.
   kwin-wayland plasma-workspace plasma-desktop kded5 qtwayland5 xwayland qdbus-qt5
   plasma-wayland-protocols qml-module-org-kde-kitemmodels
-  xfce4-session gnome-tweaks
   qt6-translations-l10n fonts-noto-cjk fonts-noto-core
 )
 
