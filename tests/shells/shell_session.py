@@ -452,6 +452,28 @@ globalThis.zqb = {
         const box = indicator.menu._boxPointer;
         return !box || !box.visible;
     },
+    // What happened to the icon and its menu, newest last: presses and
+    // releases as the indicator got them, and each opening and closing of the
+    // menu with the code that closed it.
+    events: [],
+    watch() {
+        const indicator = this.indicator();
+        if (!indicator || indicator._zqbWatched)
+            return;
+        indicator._zqbWatched = true;
+        const ms = () => Math.round(GLib.get_monotonic_time() / 1000);
+        const note = text => { this.events.push(`${ms()} ${text}`); this.events = this.events.slice(-20); };
+        for (const signal of ['button-press-event', 'button-release-event']) {
+            indicator.connect(signal, (_actor, event) => {
+                note(`${signal} button ${event.get_button()} time ${event.get_time()}`);
+                return Clutter.EVENT_PROPAGATE;
+            });
+        }
+        indicator.menu.connect('open-state-changed', (_menu, open) => {
+            note(open ? 'menu opened' : 'menu closed by ' +
+                new Error().stack.split('\n').slice(1, 7).join(' < '));
+        });
+    },
     menuState() {
         const indicator = this.indicator();
         if (!indicator)
@@ -615,6 +637,7 @@ class GnomeSession(Session):
         box = wait_until(self.tray_icon_box, 30, 0.1, "the icon in the panel")
         wait_until(lambda: self.eval("zqb.menuClosed()"), 20, 0.1,
                    "the icon's last menu to close")
+        self.eval("zqb.watch()")
         self.click(box["x"] + box["w"] // 2, box["y"] + box["h"] // 2)
         try:
             return wait_until(lambda: self.eval("zqb.menuItems()"), 5, 0.1,
@@ -624,8 +647,8 @@ class GnomeSession(Session):
             # click (and toggles the menu after its double-click wait), but the
             # menu does not stay open. A person clicks once more; so does the
             # test, and says so in its log.
-            print("the shell dropped a click on the icon; menu state %s; clicking again"
-                  % self.eval("zqb.menuState()"), flush=True)
+            print("the shell dropped a click on the icon; menu state %s; events %s; clicking again"
+                  % (self.eval("zqb.menuState()"), self.eval("zqb.events")), flush=True)
         self.click(box["x"] + box["w"] // 2, box["y"] + box["h"] // 2)
         try:
             return wait_until(lambda: self.eval("zqb.menuItems()"), 20, 0.1,
