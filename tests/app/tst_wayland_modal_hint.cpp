@@ -43,11 +43,6 @@ private slots:
         dialog->reject();
         QVERIFY(!dialog->isVisible());
     }
-
-    void aMissingDialogIsIgnored()
-    {
-        WaylandModalHint::attach(nullptr);
-    }
 };
 
 QTEST_MAIN(WaylandModalHintTest)
