@@ -8,6 +8,7 @@ build_packages=(
   qt6-base-dev qt6-base-dev-tools qt6-svg-dev libqt6svg6 qt6-qpa-plugins qt6-wayland
   nlohmann-json3-dev libxcb1-dev qt6-l10n-tools
   dbus dbus-x11 xvfb xauth fonts-dejavu-core
+  qt6-base-private-dev libwayland-dev libwayland-bin
 )
 test_packages=(
   clang libclang-rt-14-dev libbenchmark-dev libsimdjson-dev libx11-dev

@@ -7,6 +7,7 @@
 #include "MainWindow.h"
 #include "PeriodicRefresh.h"
 #include "Symbols.h"
+#include "WaylandModalHint.h"
 #include "WindowActivation.h"
 
 #include <QApplication>
@@ -40,10 +41,13 @@ AgentModel &ZQBAgentApplication::model()
                    : Symbols::appPixmap(QSize(64, 64), 1.0).toImage();
     });
     // The folder panel belongs to the main window (made after the model).
+    // GNOME Shell under Wayland places it over the window only once told it
+    // is a modal dialog.
     m_folderChooser = m_options.makeFolderChooser
                           ? m_options.makeFolderChooser()
                           : std::make_unique<DialogFolderChooser>(
-                                [this]() -> QWidget * { return m_mainWindow.get(); });
+                                [this]() -> QWidget * { return m_mainWindow.get(); },
+                                [](QWidget *dialog) { WaylandModalHint::attach(dialog); });
 
     AgentModel::Services services{m_options.runner, m_notifier.get(), m_folderChooser.get()};
     m_model = std::make_unique<AgentModel>(std::move(services));

@@ -653,14 +653,10 @@ def folder_panel_centred(shell, window, A):
     expect(panel["parent"] is not None and window_titled(shell, "ZQB Agent")["title"] ==
            panel["parent"],
            "the folder panel's parent is %r, not the window" % panel["parent"])
-    if isinstance(shell, GnomeSession):
-        # Mutter 43 centres a Wayland child window over its parent only when
-        # it was told the child is a modal dialog, through GNOME's own shell
-        # protocol, which Qt 6.4 does not speak; the parent link is all an
-        # app can give it there, and the shell places the panel itself.
-        log("GNOME places the folder panel itself at", panel["rect"])
-    else:
-        folder_panel_over_window(panel, main)
+    # GNOME under Wayland centres it only as a modal dialog, which the app
+    # tells it through GNOME's own protocol (Qt does not).
+    folder_panel_over_window(panel, main)
+    shell.screenshot("shell-%s-folder-panel.png" % shell.name)
     dialog = wait_until(lambda: window.dialog(FOLDER_PANEL), ACTION_TIMEOUT, 0.2,
                         "the folder panel on the accessibility bus")
     window.press_in(dialog, "Cancel")

@@ -6,8 +6,8 @@
 #include <QListView>
 #include <QTreeView>
 
-DialogFolderChooser::DialogFolderChooser(ParentWindow parentWindow)
-    : m_parentWindow(std::move(parentWindow))
+DialogFolderChooser::DialogFolderChooser(ParentWindow parentWindow, PrepareDialog prepareDialog)
+    : m_parentWindow(std::move(parentWindow)), m_prepareDialog(std::move(prepareDialog))
 {
 }
 
@@ -34,6 +34,8 @@ std::unique_ptr<QFileDialog> DialogFolderChooser::createDialog() const
                 view->objectName() == QLatin1String("treeView"))
                 view->setSelectionMode(QAbstractItemView::ExtendedSelection);
     }
+    if (m_prepareDialog)
+        m_prepareDialog(dialog.get());
     return dialog;
 }
 

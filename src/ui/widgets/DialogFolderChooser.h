@@ -19,8 +19,11 @@ class DialogFolderChooser : public FolderChooser
 public:
     // Asked each time the panel opens: the window it belongs to, if any.
     using ParentWindow = std::function<QWidget *()>;
+    // Given each dialog before it is shown: what the platform needs to be
+    // told about it beyond Qt's own window properties.
+    using PrepareDialog = std::function<void(QWidget *dialog)>;
 
-    explicit DialogFolderChooser(ParentWindow parentWindow = {});
+    explicit DialogFolderChooser(ParentWindow parentWindow = {}, PrepareDialog prepareDialog = {});
 
     // The dialog as it is shown, configured and not yet run.
     std::unique_ptr<QFileDialog> createDialog() const;
@@ -28,4 +31,5 @@ public:
 
 private:
     ParentWindow m_parentWindow;
+    PrepareDialog m_prepareDialog;
 };
