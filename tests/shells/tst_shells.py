@@ -183,13 +183,20 @@ class GnomeDriver:
         real one (on the covering window, which keeps the focus); the launch
         then goes through the shell's app system with that click's time."""
         cover = window_titled(self.shell, "Covering window")
+        before = self.shell.eval("global.display.get_last_user_time()")
         self.shell.click(cover["rect"]["x"] + cover["rect"]["w"] // 2,
                          cover["rect"]["y"] + cover["rect"]["h"] // 2)
+        # The click reaches the shell through its input thread: under load it
+        # may not be handled yet, and a launch timed before it would rightly
+        # be refused the focus.
+        clicked = wait_until(lambda: (lambda t: t if t != before else None)(
+            self.shell.eval("global.display.get_last_user_time()")), ACTION_TIMEOUT, 0.05,
+            "the shell to take the click on the covering window")
         launched = self.shell.eval(
             "(() => { const app = imports.gi.Shell.AppSystem.get_default()"
             ".lookup_app('zqb-agent.desktop'); if (!app) return false;"
-            " app.launch(global.display.get_last_user_time(), -1,"
-            " imports.gi.Shell.AppLaunchGpu.APP_PREF); return true; })()")
+            " app.launch(%d, -1, imports.gi.Shell.AppLaunchGpu.APP_PREF); return true; })()"
+            % clicked)
         check(launched, "the shell does not know zqb-agent.desktop")
 
     def notification_from_app(self):
