@@ -1,6 +1,7 @@
 """What the desktop tests' harnesses share (the accessibility suite's own
-private desktop here, and the real shells' sessions in tests/shells): how a
-skip is told to CTest, and waiting for a condition within a bound."""
+private desktop here, the real shells' sessions in tests/shells and the
+startup-settings test in tests/desktop): how a skip is told to CTest, how a
+scenario fails and logs, and waiting for a condition within a bound."""
 
 import time
 
@@ -13,6 +14,19 @@ class Skip(Exception):
 
 class HarnessError(Exception):
     """The desktop or the app did not do what the test waited for."""
+
+
+class Failure(Exception):
+    """The scenario saw something a person would call wrong."""
+
+
+def check(condition, message):
+    if not condition:
+        raise Failure(message)
+
+
+def log(*parts):
+    print(*parts, flush=True)
 
 
 def wait_until(condition, timeout, interval=0.05, what="condition"):

@@ -13,22 +13,10 @@ import traceback
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
 from a11y_desktop import SKIP, Desktop, DesktopError, Skip, wait_until  # noqa: E402
+from harness import Failure, check, log  # noqa: E402
 
 # Long enough for the app under AddressSanitizer on a busy two-core machine.
 ACTION_TIMEOUT = 90
-
-
-class Failure(Exception):
-    pass
-
-
-def check(condition, message):
-    if not condition:
-        raise Failure(message)
-
-
-def log(*parts):
-    print(*parts, flush=True)
 
 
 def invitation_of(desktop):

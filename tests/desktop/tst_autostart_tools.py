@@ -37,6 +37,9 @@ import traceback
 
 here = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, os.path.join(os.path.dirname(here), "shells"))
+sys.path.insert(0, os.path.join(os.path.dirname(here), "a11y"))
+
+from harness import Failure, check, log  # noqa: E402
 
 TIMEOUT = 60  # for one step on a loaded two-core machine; every wait polls
 ENTRY_NAME = "ZQB Agent"
@@ -68,19 +71,6 @@ XFCE_SESSION_CHANNEL = """<?xml version="1.0" encoding="UTF-8"?>
   </property>
 </channel>
 """
-
-
-class Failure(Exception):
-    pass
-
-
-def check(condition, message):
-    if not condition:
-        raise Failure(message)
-
-
-def log(*parts):
-    print(*parts, flush=True)
 
 
 def read_entry(path):

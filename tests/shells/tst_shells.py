@@ -20,19 +20,11 @@ sys.path.insert(0, os.path.join(os.path.dirname(here), "a11y"))
 
 from shell_session import (MENU_ENTRIES, SKIP, GnomeSession, PlasmaSession,  # noqa: E402
                            ShellError, Skip, XfceSession, wait_until)
+from harness import Failure, check, log  # noqa: E402
 
 # Long enough for a busy two-core machine; every wait polls a condition.
 ACTION_TIMEOUT = 60
 FOLDER_PANEL = "Choose folders ZQB should protect"
-
-
-class Failure(Exception):
-    pass
-
-
-def check(condition, message):
-    if not condition:
-        raise Failure(message)
 
 
 # What a scenario found wrong that does not stop its next steps (a missing
@@ -45,10 +37,6 @@ def expect(condition, message):
     if not condition:
         log("WRONG:", message)
         findings.append(message)
-
-
-def log(*parts):
-    print(*parts, flush=True)
 
 
 # ------------------------------------------------------------ what is seen
@@ -311,7 +299,7 @@ class XfceDriver:
         return self._shown_entries()
 
     def choose(self, label):
-        if not self.menu or self.menu not in self._top_level_windows():
+        if not self.menu or not self._menu_still_open():
             self._click_icon()
         entries = self._shown_entries()
         if label not in entries:
@@ -326,13 +314,20 @@ class XfceDriver:
         self.shell.click(self.menu_box["x"] + self.menu_box["w"] // 3, (top + bottom) // 2)
         self.menu = None
 
+    def _menu_still_open(self):
+        return self.menu in self._top_level_windows()
+
+    @staticmethod
+    def _is_text(r, g, b):
+        return min(r, g, b) >= 200  # light text on XFCE's dark menu
+
     def _text_lines(self):
-        """The (top, bottom) of each line of light text in the open menu."""
-        shot = self.shell.screenshot("shell-xfce-probe.png")
+        """The (top, bottom) of each line of text in the open menu."""
+        shot = self.shell.screenshot("shell-%s-probe.png" % self.shell.name)
         box = self.menu_box
         rows = set()
         for index, (r, g, b, a) in enumerate(pixels(shot, box)):
-            if min(r, g, b) >= 200:
+            if self._is_text(r, g, b):
                 rows.add(box["y"] + index // box["w"])
         os.unlink(shot)
         lines = []
@@ -433,36 +428,12 @@ class PlasmaDriver(XfceDriver):
                          "w": frame["w"] - 2 * inset, "h": frame["h"] - 2 * inset}
         return len(self._text_lines()) > 0
 
-    def choose(self, label):
-        if not self.menu or not self._popups():
-            self._click_icon()
-        entries = self._shown_entries()
-        if label not in entries:
-            raise Failure("no %r in the menu: %s" % (label, entries))
-        lines = self._text_lines()
-        labels = [e for e in entries if e != "-"]
-        check(len(lines) == len(labels), "the menu on screen has %d lines of text for the "
-              "entries %s" % (len(lines), labels))
-        top, bottom = lines[labels.index(label)]
-        self.shell.click(self.menu_box["x"] + self.menu_box["w"] // 3, (top + bottom) // 2)
-        self.menu = None
+    def _menu_still_open(self):
+        return bool(self._popups())
 
-    def _text_lines(self):
-        """The (top, bottom) of each line of dark text in the open menu."""
-        shot = self.shell.screenshot("shell-plasma-probe.png")
-        box = self.menu_box
-        rows = set()
-        for index, (r, g, b, a) in enumerate(pixels(shot, box)):
-            if max(r, g, b) <= 100:
-                rows.add(box["y"] + index // box["w"])
-        os.unlink(shot)
-        lines = []
-        for y in sorted(rows):
-            if lines and y - lines[-1][1] <= 3:
-                lines[-1][1] = y
-            else:
-                lines.append([y, y])
-        return [tuple(line) for line in lines]
+    @staticmethod
+    def _is_text(r, g, b):
+        return max(r, g, b) <= 100  # dark text on Plasma's light menu
 
     def close_window(self, title):
         """KWin's own close key, as real key presses to the active window."""
