@@ -546,6 +546,7 @@ true
 class GnomeSession(Session):
     name = "gnome"
     socket = "zqb-gnome"
+    last_icon_click = None  # time.monotonic() of the test's last click on the icon
 
     def start(self, indicators=True):
         """The shell, as at login. With `indicators` false, the AppIndicator
@@ -637,25 +638,23 @@ class GnomeSession(Session):
         box = wait_until(self.tray_icon_box, 30, 0.1, "the icon in the panel")
         wait_until(lambda: self.eval("zqb.menuClosed()"), 20, 0.1,
                    "the icon's last menu to close")
+        # Two clicks on the icon within the double-click time are a double
+        # click to the shell, which activates the app instead of opening the
+        # menu. A person's next click on the icon comes later than that; the
+        # test's can come sooner (open, choose, open again), so it waits.
+        if self.last_icon_click is not None:
+            apart = self.eval("imports.gi.Clutter.Settings.get_default().double_click_time")
+            time.sleep(max(0.0, self.last_icon_click + apart / 1000 + 0.05 - time.monotonic()))
         self.eval("zqb.watch()")
         self.click(box["x"] + box["w"] // 2, box["y"] + box["h"] // 2)
-        try:
-            return wait_until(lambda: self.eval("zqb.menuItems()"), 5, 0.1,
-                              "the icon's menu to open")
-        except ShellError:
-            # Seen under load, about once in ten clicks: the shell counts the
-            # click (and toggles the menu after its double-click wait), but the
-            # menu does not stay open. A person clicks once more; so does the
-            # test, and says so in its log.
-            print("the shell dropped a click on the icon; menu state %s; events %s; clicking again"
-                  % (self.eval("zqb.menuState()"), self.eval("zqb.events")), flush=True)
-        self.click(box["x"] + box["w"] // 2, box["y"] + box["h"] // 2)
+        self.last_icon_click = time.monotonic()
         try:
             return wait_until(lambda: self.eval("zqb.menuItems()"), 20, 0.1,
                               "the icon's menu to open")
         except ShellError as error:
-            raise ShellError("%s (clicked twice at %s; menu %s)"
-                             % (error, box, self.eval("zqb.menuState()")))
+            raise ShellError("%s (clicked at %s; menu %s; events %s)"
+                             % (error, box, self.eval("zqb.menuState()"),
+                                self.eval("zqb.events")))
 
     def choose_in_menu(self, label):
         items = self.eval("zqb.menuItems()") or self.open_menu()
