@@ -388,7 +388,7 @@ row() { printf '%-44s %-28s %-28s %s\n' "$@"; }
     row "  probed build, ms" "" "$(stats probed.map_ms)" ""
     row "exec -> first ui-status started, ms" "" "$(stats app.first_refresh_started_ms)" ""
     row "exec -> engine state on screen, ms" "(map) $(stats floor.map_ms)" "$(stats probed.state_on_screen_ms)" \
-        "<= $(awk -v f="$floor_map" 'BEGIN {printf "%.1f", f + 40}') $(verdict "$(median probed.state_on_screen_ms)" "$(awk -v f="$floor_map" 'BEGIN {print f + 40}')")"
+        "<= $(awk -v f="$floor_map" 'BEGIN {printf "%.1f", f + 60}') $(verdict "$(median probed.state_on_screen_ms)" "$(awk -v f="$floor_map" 'BEGIN {print f + 60}')")"
     row "  floor: exec -> first frame on screen, ms" "$(stats floor.first_frame_ms)" "" ""
     row "  probed: exec -> main(), ms" "" "$(stats probed.main_ms)" ""
     row "  probed: exec -> QApplication made, ms" "" "$(stats probed.qapp_ms)" ""
