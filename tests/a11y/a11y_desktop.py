@@ -15,7 +15,7 @@ import tempfile
 import time
 
 # A desktop that fails the scenario raises DesktopError (wait_until's own).
-from harness import SKIP, Skip, wait_until  # noqa: E402,F401  (the suite's names)
+from harness import SKIP, Skip, read_display_number, wait_until  # noqa: E402,F401  (the suite's names)
 from harness import HarnessError as DesktopError  # noqa: E402
 
 
@@ -110,17 +110,10 @@ class Desktop:
                                  "1280x1024x24", "-nolisten", "tcp", "-noreset"],
                         pass_fds=(write_end,))
             os.close(write_end)
-            number = b""
-            deadline = time.monotonic() + 20
-            while not number.endswith(b"\n") and time.monotonic() < deadline:
-                chunk = os.read(read_end, 32)
-                if not chunk:
-                    break
-                number += chunk
-            os.close(read_end)
-            if not number.strip():
+            display = read_display_number(read_end)
+            if not display:
                 raise DesktopError("Xvfb did not start: " + self.tail("xvfb.err"))
-            self.env["DISPLAY"] = ":" + number.decode().strip()
+            self.env["DISPLAY"] = display
             self.env["QT_QPA_PLATFORM"] = "xcb"
             self.env["XDG_SESSION_TYPE"] = "x11"
         else:

@@ -3,6 +3,7 @@ private desktop here, the real shells' sessions in tests/shells and the
 startup-settings test in tests/desktop): how a skip is told to CTest, how a
 scenario fails and logs, and waiting for a condition within a bound."""
 
+import os
 import time
 
 SKIP = 77  # what CTest is told a skipped scenario returns
@@ -40,3 +41,17 @@ def wait_until(condition, timeout, interval=0.05, what="condition"):
         if time.monotonic() > deadline:
             raise HarnessError("timed out after %ss waiting for %s" % (timeout, what))
         time.sleep(interval)
+
+
+def read_display_number(read_end, timeout=20):
+    """The display Xvfb names on its -displayfd pipe (":N"), or None when it
+    says nothing within `timeout` seconds. Closes `read_end`."""
+    number = b""
+    deadline = time.monotonic() + timeout
+    while not number.endswith(b"\n") and time.monotonic() < deadline:
+        chunk = os.read(read_end, 32)
+        if not chunk:
+            break
+        number += chunk
+    os.close(read_end)
+    return ":" + number.decode().strip() if number.strip() else None

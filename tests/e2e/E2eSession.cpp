@@ -1009,3 +1009,19 @@ bool E2eSession::showOtherWindow(const QString &title, QString *why)
     }
     return true;
 }
+
+QString E2eSession::prepareFolderToProtect()
+{
+    const QString folder = path(QStringLiteral("folders/Documents"));
+    if (!QDir().mkpath(folder))
+        return {};
+    for (int i = 0; i < 5; ++i) {
+        QFile file(folder + QStringLiteral("/note-%1.txt").arg(i));
+        if (!file.open(QIODevice::WriteOnly) || file.write(QByteArray(1000 + i, 'z')) != 1000 + i)
+            return {};
+    }
+    QFile chosen(path(QStringLiteral("chosen-folders.txt")));
+    if (!chosen.open(QIODevice::WriteOnly) || chosen.write(folder.toUtf8() + '\n') < 0)
+        return {};
+    return folder;
+}

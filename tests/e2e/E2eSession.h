@@ -83,6 +83,9 @@ public:
     QProcess &app() { return *m_app; }
     QString stateDirectory() const;
     QString path(const QString &name) const { return m_dir.filePath(name); }
+    // A folder of five small files, made the one the scripted folder panel
+    // chooses. Returns its path, or an empty string when it cannot be made.
+    QString prepareFolderToProtect();
     QProcessEnvironment environment() const { return m_env; }
     QDBusConnection bus() const;
 

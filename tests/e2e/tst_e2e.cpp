@@ -234,17 +234,8 @@ private slots:
         enrollBeforehand(session);
 
         // Some real files to protect.
-        const QString folder = session.path(QStringLiteral("folders/Documents"));
-        QVERIFY(QDir().mkpath(folder));
-        for (int i = 0; i < 5; ++i) {
-            QFile file(folder + QStringLiteral("/note-%1.txt").arg(i));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(QByteArray(1000 + i, 'z'));
-        }
-        QFile chosen(session.path(QStringLiteral("chosen-folders.txt")));
-        QVERIFY(chosen.open(QIODevice::WriteOnly));
-        chosen.write(folder.toUtf8() + '\n');
-        chosen.close();
+        const QString folder = session.prepareFolderToProtect();
+        QVERIFY(!folder.isEmpty());
 
         START_APP(session);
         QTRY_VERIFY_WITH_TIMEOUT(session.showsText(QStringLiteral("Last successful backup")),

@@ -22,7 +22,7 @@ import time
 
 # The accessibility suite's harness, shared: how a skip is told to CTest, and
 # waiting within a bound (it raises ShellError, the error of a session).
-from harness import SKIP, Skip, wait_until  # noqa: E402,F401  (tst_shells imports them here)
+from harness import SKIP, Skip, read_display_number, wait_until  # noqa: E402,F401  (tst_shells imports them here)
 from harness import HarnessError as ShellError  # noqa: E402
 
 
@@ -708,17 +708,10 @@ class XfceSession(Session):
         self.spawn("xvfb", ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x800x24",
                             "-nolisten", "tcp", "-noreset"], as_root=True, pass_fds=(write_end,))
         os.close(write_end)
-        number = b""
-        deadline = time.monotonic() + 20
-        while not number.endswith(b"\n") and time.monotonic() < deadline:
-            chunk = os.read(read_end, 32)
-            if not chunk:
-                break
-            number += chunk
-        os.close(read_end)
-        if not number.strip():
+        display = read_display_number(read_end)
+        if not display:
             raise ShellError("Xvfb did not start: " + self.tail("xvfb.err"))
-        self.env["DISPLAY"] = ":" + number.decode().strip()
+        self.env["DISPLAY"] = display
         # The test reads the panel through the accessibility bus on this display.
         os.environ["DISPLAY"] = self.env["DISPLAY"]
 
